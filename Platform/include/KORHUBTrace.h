@@ -1,0 +1,109 @@
+// KORHUBTrace: the platform's trace facility.
+//
+// A KORHUBTrace object is a trace scope: an operation opens one as a local
+// object on entry and it closes when the operation returns. While tracing is
+// on, the operation composes lines in the scope's line buffer (GetLigne) and
+// hands each finished line to Out(), which writes it whole to the trace
+// destination. The facility writes no line of its own.
+//
+//   KORHUBTrace trace("KORLumSessionFile::GetType", 53, 0);
+//   if (KORHUBTrace::LevelIsActive(trace.GetLevel())) {
+//     trace.GetLigne() << trace.Indent(trace.GetIndent() + 3) << trace.GetMethod()
+//                      << " _type = " << 1 << std::endl;
+//     trace.Out();
+//   }
+//
+// Control: tracing is off unless the environment variable KORHUB_TRACE holds a
+// non-empty value other than "0" when the first scope opens. Lines go to
+// standard error, or are appended to the file named by KORHUB_TRACE_FILE.
+// SetActive and SetOutput override the environment at any time.
+//
+// Cost: opening and closing a scope allocates nothing, takes no lock and does
+// no I/O: it stores the label and counts the scopes open on the thread. The
+// line buffer of a thread is created on first use, never while tracing is off.
+// Lines written by several threads never interleave within a line.
+#ifndef KORHUBTrace_h
+#define KORHUBTrace_h
+
+#include <atomic>
+#include <iosfwd>
+
+#include "KORPlatformExport.h"
+#include "KORString.h"
+
+// Implementation details only, past this point, until the class.
+namespace KORHUBTraceDetail {
+enum State : int { kUndecided = 0, kOff = 1, kOn = 2 };
+// Whether tracing is on (kUndecided until the environment has been read).
+extern KORPLATFORM_API std::atomic<int> gState;
+// Number of scopes open on the calling thread. Initial-exec model: a scope
+// reaches it with one thread-pointer-relative access, never through
+// __tls_get_addr.
+extern __thread int gDepth __attribute__((tls_model("initial-exec"), visibility("default")));
+// Reads KORHUB_TRACE once (unless SetActive came first).
+KORPLATFORM_API void DecideFromEnvironment() noexcept;
+}  // namespace KORHUBTraceDetail
+
+class KORPLATFORM_API KORHUBTrace {
+ public:
+  // Opens a scope for the operation named iMethod (kept by pointer: a label is
+  // a constant text that outlives the scope).
+  KORHUBTrace(const char* iMethod, int iLevel, int iOption) noexcept
+      : _method(iMethod), _level(iLevel), _option(iOption), _depth(KORHUBTraceDetail::gDepth++) {
+    if (__builtin_expect(
+            KORHUBTraceDetail::gState.load(std::memory_order_relaxed) == KORHUBTraceDetail::kUndecided,
+            0)) {
+      KORHUBTraceDetail::DecideFromEnvironment();
+    }
+  }
+  // Closes the scope.
+  ~KORHUBTrace() { --KORHUBTraceDetail::gDepth; }
+
+  KORHUBTrace(const KORHUBTrace&) = delete;
+  KORHUBTrace& operator=(const KORHUBTrace&) = delete;
+
+  // The level given at opening.
+  [[nodiscard]] int GetLevel() const noexcept { return _level; }
+  // The option given at opening.
+  [[nodiscard]] int GetOption() const noexcept { return _option; }
+  // 1 when tracing is on, whatever the level, else 0: one relaxed load.
+  static int LevelIsActive(const int /*iLevel*/) noexcept {
+    const int state = KORHUBTraceDetail::gState.load(std::memory_order_relaxed);
+    if (__builtin_expect(state == KORHUBTraceDetail::kUndecided, 0)) {
+      KORHUBTraceDetail::DecideFromEnvironment();
+      return KORHUBTraceDetail::gState.load(std::memory_order_relaxed) == KORHUBTraceDetail::kOn;
+    }
+    return state == KORHUBTraceDetail::kOn;
+  }
+
+  // 2 x the number of scopes that were already open on this thread when this
+  // one opened: 0 for a top-level scope, 2 for a scope opened inside it, ...
+  [[nodiscard]] int GetIndent() const noexcept { return 2 * _depth; }
+  // iWidth blanks (none for a width of 0 or less).
+  [[nodiscard]] KORString Indent(const int iWidth) const;
+  // The label given at opening.
+  [[nodiscard]] KORString GetMethod() const { return KORString(_method); }
+  // The label given at opening, without copy.
+  [[nodiscard]] const char* GetMethodText() const noexcept { return _method; }
+
+  // The calling thread's line buffer, created on first use. Nested scopes of a
+  // thread share it: a line is always finished before another one starts.
+  std::ostream& GetLigne();
+  // Writes the line buffer's text to the destination as it stands, in one
+  // write, flushed at once; then empties the buffer.
+  void Out();
+
+  // Turns tracing on (non-zero) or off (0), overriding KORHUB_TRACE.
+  static void SetActive(int iOn) noexcept;
+  // Sends lines to iStream from now on; null restores the default destination
+  // (KORHUB_TRACE_FILE or standard error). The stream must outlive its use.
+  static void SetOutput(std::ostream* iStream);
+
+ private:
+  const char* _method;
+  int _level;
+  int _option;
+  int _depth;
+};
+
+#endif

@@ -1,0 +1,331 @@
+#include "KORUnicodeString.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <ostream>
+#include <utility>
+
+namespace {
+
+constexpr char kReplacement[] = "\xEF\xBF\xBD";  // U+FFFD in UTF-8
+
+// Length of the valid UTF-8 sequence at iText[0..iSize), or 0 when the bytes
+// there do not start a valid sequence. Follows the well-formed byte sequences
+// of Unicode: no overlong forms, no surrogates, nothing above U+10FFFF.
+std::size_t ValidSequenceLength(const unsigned char* iText, std::size_t iSize) {
+  const unsigned char lead = iText[0];
+  if (lead < 0x80) return 1;
+  std::size_t length = 0;
+  unsigned char low = 0x80;
+  unsigned char high = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    length = 2;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    length = 3;
+    if (lead == 0xE0) low = 0xA0;
+    if (lead == 0xED) high = 0x9F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    length = 4;
+    if (lead == 0xF0) low = 0x90;
+    if (lead == 0xF4) high = 0x8F;
+  } else {
+    return 0;
+  }
+  if (iSize < length) return 0;
+  if (iText[1] < low || iText[1] > high) return 0;
+  for (std::size_t i = 2; i < length; ++i) {
+    if (iText[i] < 0x80 || iText[i] > 0xBF) return 0;
+  }
+  return length;
+}
+
+// Number of bytes of the maximal prefix of a valid sequence at iText (at least
+// 1): an ill-formed sequence is replaced by one U+FFFD per maximal prefix, as
+// Unicode recommends.
+std::size_t IllFormedLength(const unsigned char* iText, std::size_t iSize) {
+  const unsigned char lead = iText[0];
+  std::size_t expected = 0;
+  unsigned char low = 0x80;
+  unsigned char high = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    expected = 2;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    expected = 3;
+    if (lead == 0xE0) low = 0xA0;
+    if (lead == 0xED) high = 0x9F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    expected = 4;
+    if (lead == 0xF0) low = 0x90;
+    if (lead == 0xF4) high = 0x8F;
+  } else {
+    return 1;
+  }
+  std::size_t length = 1;
+  while (length < expected && length < iSize) {
+    const unsigned char next = iText[length];
+    const unsigned char lo = length == 1 ? low : 0x80;
+    const unsigned char hi = length == 1 ? high : 0xBF;
+    if (next < lo || next > hi) break;
+    ++length;
+  }
+  return length;
+}
+
+// Copies iText into oValid, replacing ill-formed sequences by U+FFFD, and
+// returns the number of code points.
+int Sanitize(const char* iText, std::size_t iSize, std::string& oValid) {
+  oValid.clear();
+  oValid.reserve(iSize);
+  const auto* bytes = reinterpret_cast<const unsigned char*>(iText);
+  int count = 0;
+  std::size_t i = 0;
+  while (i < iSize) {
+    // Fast path for runs of ASCII.
+    std::size_t start = i;
+    while (i < iSize && bytes[i] < 0x80) ++i;
+    if (i > start) {
+      oValid.append(iText + start, i - start);
+      count += static_cast<int>(i - start);
+      continue;
+    }
+    const std::size_t length = ValidSequenceLength(bytes + i, iSize - i);
+    if (length > 0) {
+      oValid.append(iText + i, length);
+      i += length;
+    } else {
+      oValid.append(kReplacement, 3);
+      i += IllFormedLength(bytes + i, iSize - i);
+    }
+    ++count;
+  }
+  return count;
+}
+
+bool IsContinuation(char iByte) { return (static_cast<unsigned char>(iByte) & 0xC0) == 0x80; }
+
+int CountCodePoints(std::string_view iText) {
+  int count = 0;
+  for (char byte : iText) {
+    if (!IsContinuation(byte)) ++count;
+  }
+  return count;
+}
+
+// Byte offset of code point iIndex (0 <= iIndex <= number of code points).
+std::size_t ByteOffset(std::string_view iText, int iIndex) {
+  std::size_t offset = 0;
+  for (int seen = 0; offset < iText.size(); ++offset) {
+    if (!IsContinuation(iText[offset])) {
+      if (seen == iIndex) return offset;
+      ++seen;
+    }
+  }
+  return iText.size();
+}
+
+void EncodeUtf8(KORUnicodeChar iChar, std::string& oText) {
+  const auto code = static_cast<std::uint32_t>(iChar);
+  if ((code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF) {
+    oText.append(kReplacement, 3);
+  } else if (code < 0x80) {
+    oText.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    oText.push_back(static_cast<char>(0xC0 | (code >> 6)));
+    oText.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else if (code < 0x10000) {
+    oText.push_back(static_cast<char>(0xE0 | (code >> 12)));
+    oText.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    oText.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else {
+    oText.push_back(static_cast<char>(0xF0 | (code >> 18)));
+    oText.push_back(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
+    oText.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    oText.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  }
+}
+
+// Checks a printf format for BuildFromNum: exactly one conversion whose
+// length modifier and conversion letter are among iAllowed ("d", "lu", ...).
+bool IsSingleConversionFormat(const char* iFormat, bool iLongArgument, char& oConversion) {
+  if (!iFormat) return false;
+  int conversions = 0;
+  for (const char* p = iFormat; *p; ++p) {
+    if (*p != '%') continue;
+    ++p;
+    if (*p == '%') continue;
+    if (++conversions > 1) return false;
+    while (*p == '-' || *p == '+' || *p == ' ' || *p == '#' || *p == '0') ++p;
+    while (*p >= '0' && *p <= '9') ++p;
+    if (*p == '.') {
+      ++p;
+      while (*p >= '0' && *p <= '9') ++p;
+    }
+    const bool hasLong = (*p == 'l');
+    if (hasLong) ++p;
+    if (hasLong != iLongArgument) return false;
+    const char* allowed = iLongArgument ? "uoxXdi" : "diouxX";
+    if (*p == '\0' || !std::strchr(allowed, *p)) return false;
+    oConversion = *p;
+  }
+  return conversions == 1;
+}
+
+template <typename Number>
+int FormatNumber(const char* iFormat, Number iValue, std::string& oText) {
+  const int size = std::snprintf(nullptr, 0, iFormat, iValue);
+  if (size < 0) return 1;
+  oText.assign(static_cast<std::size_t>(size) + 1, '\0');
+  std::snprintf(oText.data(), oText.size(), iFormat, iValue);
+  oText.resize(static_cast<std::size_t>(size));
+  return 0;
+}
+
+}  // namespace
+
+KORUnicodeString::KORUnicodeString(const char* iUtf8) {
+  if (iUtf8) _length = Sanitize(iUtf8, std::strlen(iUtf8), _text);
+}
+
+KORUnicodeString::KORUnicodeString(const char* iUtf8, std::size_t iByteLength) {
+  if (iUtf8) _length = Sanitize(iUtf8, iByteLength, _text);
+}
+
+KORUnicodeString::KORUnicodeString(KORUnicodeChar iChar) : _length(1) { EncodeUtf8(iChar, _text); }
+
+KORUnicodeString::KORUnicodeString(std::string&& iValidUtf8, int iLength) noexcept
+    : _text(std::move(iValidUtf8)), _length(iLength) {}
+
+KORUnicodeString::KORUnicodeString(KORUnicodeString&& iOther) noexcept
+    : _text(std::move(iOther._text)), _length(std::exchange(iOther._length, 0)) {
+  iOther._text.clear();
+}
+
+KORUnicodeString& KORUnicodeString::operator=(KORUnicodeString&& iOther) noexcept {
+  if (this != &iOther) {
+    _text = std::move(iOther._text);
+    _length = std::exchange(iOther._length, 0);
+    iOther._text.clear();
+  }
+  return *this;
+}
+
+KORUnicodeString& KORUnicodeString::operator=(const char* iUtf8) {
+  _length = iUtf8 ? Sanitize(iUtf8, std::strlen(iUtf8), _text) : 0;
+  if (!iUtf8) _text.clear();
+  return *this;
+}
+
+KORUnicodeString& KORUnicodeString::Append(const KORUnicodeString& iOther) {
+  _text.append(iOther._text);
+  _length += iOther._length;
+  return *this;
+}
+
+KORUnicodeString KORUnicodeString::SubString(int iStart, int iLength) const {
+  if (iStart < 0) iStart = 0;
+  if (iLength <= 0 || iStart >= _length) return KORUnicodeString();
+  if (iLength > _length - iStart) iLength = _length - iStart;
+  if (static_cast<int>(_text.size()) == _length) {  // ASCII only
+    return KORUnicodeString(_text.substr(static_cast<std::size_t>(iStart),
+                                         static_cast<std::size_t>(iLength)),
+                            iLength);
+  }
+  const std::size_t begin = ByteOffset(_text, iStart);
+  const std::size_t end = begin + ByteOffset(std::string_view(_text).substr(begin), iLength);
+  return KORUnicodeString(_text.substr(begin, end - begin), iLength);
+}
+
+int KORUnicodeString::FindLast(const KORUnicodeString& iSub) const {
+  const std::size_t found = _text.rfind(iSub._text);
+  if (found == std::string::npos) return -1;
+  // A match of valid UTF-8 in valid UTF-8 always starts on a code point.
+  return CountCodePoints(std::string_view(_text).substr(0, found));
+}
+
+int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld,
+                                       const KORUnicodeString& iNew) {
+  if (iOld._text.empty()) return 0;
+  std::size_t found = _text.find(iOld._text);
+  if (found == std::string::npos) return 0;
+  std::string result;
+  result.reserve(_text.size());
+  std::size_t from = 0;
+  int count = 0;
+  while (found != std::string::npos) {
+    result.append(_text, from, found - from);
+    result.append(iNew._text);
+    from = found + iOld._text.size();
+    found = _text.find(iOld._text, from);
+    ++count;
+  }
+  result.append(_text, from, std::string::npos);
+  _text = std::move(result);
+  _length += count * (iNew._length - iOld._length);
+  return count;
+}
+
+int KORUnicodeString::BuildFromNum(int iValue, const char* iFormat) {
+  char conversion = 0;
+  Reset();
+  if (!IsSingleConversionFormat(iFormat, false, conversion)) return 1;
+  std::string text;
+  const int status = (conversion == 'd' || conversion == 'i')
+                         ? FormatNumber(iFormat, iValue, text)
+                         : FormatNumber(iFormat, static_cast<unsigned int>(iValue), text);
+  if (status != 0) return status;
+  *this = KORUnicodeString(text.data(), text.size());
+  return 0;
+}
+
+int KORUnicodeString::BuildFromNum(unsigned long iValue, const char* iFormat) {
+  char conversion = 0;
+  Reset();
+  if (!IsSingleConversionFormat(iFormat, true, conversion)) return 1;
+  std::string text;
+  const int status = (conversion == 'd' || conversion == 'i')
+                         ? FormatNumber(iFormat, static_cast<long>(iValue), text)
+                         : FormatNumber(iFormat, iValue, text);
+  if (status != 0) return status;
+  *this = KORUnicodeString(text.data(), text.size());
+  return 0;
+}
+
+KORUnicodeString KORUnicodeString::Strip(int iMode, const KORUnicodeChar& iChar) const {
+  if (iMode != StripLeading && iMode != StripBoth && iMode != StripTrailing) return *this;
+  std::string character;
+  EncodeUtf8(iChar, character);
+  const std::string_view text(_text);
+  std::size_t begin = 0;
+  std::size_t end = text.size();
+  if (iMode == StripLeading || iMode == StripBoth) {
+    while (end - begin >= character.size() &&
+           text.compare(begin, character.size(), character) == 0) {
+      begin += character.size();
+    }
+  }
+  if (iMode == StripTrailing || iMode == StripBoth) {
+    while (end - begin >= character.size() &&
+           text.compare(end - character.size(), character.size(), character) == 0) {
+      end -= character.size();
+    }
+  }
+  if (begin == 0 && end == text.size()) return *this;
+  const int removed = CountCodePoints(text.substr(0, begin)) + CountCodePoints(text.substr(end));
+  return KORUnicodeString(std::string(text.substr(begin, end - begin)), _length - removed);
+}
+
+void KORUnicodeString::Reset() noexcept {
+  _text.clear();
+  _length = 0;
+}
+
+KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) {
+  KORUnicodeString result(iLeft);
+  result.Append(iRight);
+  return result;
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const KORUnicodeString& iString) {
+  return ioStream.write(iString.ConvertToChar(), iString.GetLengthInByte());
+}

@@ -1,0 +1,77 @@
+// The library's trace and assertion conventions (internal to VX0SESS0).
+//
+// Every operation of the value classes and of KORLumSessionFileUtilities
+// opens a KORLumTrace as its first local object, labelled with the class name,
+// "::" and the operation name. While the trace level is active it writes its
+// inputs and results as lines of one format:
+//
+//   <indent + 3 blanks><label> <body>
+//
+// where the body is a named value ("iType = 1"), a bracketed field
+// ("Type          = [1]"), a count, an indexed field or a message. Values are
+// written with the standard stream insertions: enumerations, ints and 1/0
+// results as signed decimals, option sets as unsigned decimals, strings as
+// their UTF-8 text, a viewer definition as its viewer name.
+//
+//   KORLumTrace trace("KORLumSessionFile::GetType");
+//   trace.Value("_type", _type);                     // "   KORLumSessionFile::GetType _type = 1"
+//   trace.Line("Number of viewer(s) = [", n, "]");  // pieces written one after another
+//
+// Each line tests the level first: while tracing is off, a line costs one
+// relaxed load and nothing is converted. Pieces that would have to be
+// computed (a list element, a call) are guarded by IsActive() so that they
+// are not computed either.
+#ifndef KORLumTrace_h
+#define KORLumTrace_h
+
+#include "KORAssert.h"
+
+#include <ostream>
+
+#include "KORHUBTrace.h"
+
+class KORLumTrace {
+ public:
+  explicit KORLumTrace(const char* iMethod) noexcept : _scope(iMethod, kLevel, kOption) {}
+  KORLumTrace(const KORLumTrace&) = delete;
+  KORLumTrace& operator=(const KORLumTrace&) = delete;
+
+  // Whether lines are written at this scope's level.
+  [[nodiscard]] bool IsActive() const noexcept {
+    return KORHUBTrace::LevelIsActive(_scope.GetLevel()) != 0;
+  }
+
+  // Writes one line made of the pieces, one after another.
+  template <typename... Pieces>
+  void Line(const Pieces&... iPieces) {
+    if (!IsActive()) return;
+    std::ostream& line = _scope.GetLigne();
+    line << _scope.Indent(_scope.GetIndent() + 3) << _scope.GetMethod() << " ";
+    (line << ... << iPieces);
+    line << std::endl;
+    _scope.Out();
+  }
+
+  // Writes the line "<iName> = <iValue>".
+  template <typename Shown>
+  void Value(const char* iName, const Shown& iValue) {
+    Line(iName, " = ", iValue);
+  }
+
+ private:
+  // Every scope of the library is opened at level 53 with option 0.
+  static constexpr int kLevel = 53;
+  static constexpr int kOption = 0;
+
+  KORHUBTrace _scope;
+};
+
+// Asserts a precondition of the library. The source unit is named as the
+// library's contract names it (the unit path without extension), and the line
+// is the contract's line number, so that the report reads the same in every
+// build.
+#define KORLUM_ASSERT(condition, unit, line)                                   \
+  ((condition) ? static_cast<void>(0)                                          \
+               : __assert(#condition, "VirtualServices/VX0SESS0.m/src/" unit, line))
+
+#endif
