@@ -50,9 +50,9 @@ class KORPLATFORM_API KORHUBTrace {
   // a constant text that outlives the scope).
   KORHUBTrace(const char* iMethod, int iLevel, int iOption) noexcept
       : _method(iMethod), _level(iLevel), _option(iOption), _depth(KORHUBTraceDetail::gDepth++) {
-    if (__builtin_expect(
-            KORHUBTraceDetail::gState.load(std::memory_order_relaxed) == KORHUBTraceDetail::kUndecided,
-            0)) {
+    if (__builtin_expect(KORHUBTraceDetail::gState.load(std::memory_order_relaxed) ==
+                             KORHUBTraceDetail::kUndecided,
+                         0)) {
       KORHUBTraceDetail::DecideFromEnvironment();
     }
   }

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 #include <unordered_set>
+#include <utility>
 
 #include "KORPlatformCheck.h"
 

@@ -227,9 +227,8 @@ KORUnicodeString KORUnicodeString::SubString(int iStart, int iLength) const {
   if (iLength <= 0 || iStart >= _length) return KORUnicodeString();
   if (iLength > _length - iStart) iLength = _length - iStart;
   if (static_cast<int>(_text.size()) == _length) {  // ASCII only
-    return KORUnicodeString(_text.substr(static_cast<std::size_t>(iStart),
-                                         static_cast<std::size_t>(iLength)),
-                            iLength);
+    return KORUnicodeString(
+        _text.substr(static_cast<std::size_t>(iStart), static_cast<std::size_t>(iLength)), iLength);
   }
   const std::size_t begin = ByteOffset(_text, iStart);
   const std::size_t end = begin + ByteOffset(std::string_view(_text).substr(begin), iLength);
@@ -243,8 +242,7 @@ int KORUnicodeString::FindLast(const KORUnicodeString& iSub) const {
   return CountCodePoints(std::string_view(_text).substr(0, found));
 }
 
-int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld,
-                                       const KORUnicodeString& iNew) {
+int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld, const KORUnicodeString& iNew) {
   if (iOld._text.empty()) return 0;
   std::size_t found = _text.find(iOld._text);
   if (found == std::string::npos) return 0;

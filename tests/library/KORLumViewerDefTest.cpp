@@ -78,10 +78,9 @@ TEST(KORLumViewerDef, EqualFieldsAreEqual) {
 }
 
 TEST(KORLumViewerDef, InequalityIsTheNegationOfEquality) {
-  const KORLumViewerDef defs[] = {KORLumViewerDef("Part", "Viewer3D"),
-                                  KORLumViewerDef("Part", "Viewer2D"),
-                                  KORLumViewerDef("Product", "Viewer3D"),
-                                  KORLumViewerDef::GetNoViewerDef()};
+  const KORLumViewerDef defs[] = {
+      KORLumViewerDef("Part", "Viewer3D"), KORLumViewerDef("Part", "Viewer2D"),
+      KORLumViewerDef("Product", "Viewer3D"), KORLumViewerDef::GetNoViewerDef()};
   for (const auto& left : defs) {
     for (const auto& right : defs) {
       EXPECT_EQ(left != right, (left == right) ? 0 : 1);

@@ -70,8 +70,8 @@ class KORLumTrace {
 // library's contract names it (the unit path without extension), and the line
 // is the contract's line number, so that the report reads the same in every
 // build.
-#define KORLUM_ASSERT(condition, unit, line)                                   \
-  ((condition) ? static_cast<void>(0)                                          \
+#define KORLUM_ASSERT(condition, unit, line) \
+  ((condition) ? static_cast<void>(0)        \
                : __assert(#condition, "VirtualServices/VX0SESS0.m/src/" unit, line))
 
 #endif
