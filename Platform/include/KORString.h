@@ -51,6 +51,21 @@ class KORPLATFORM_API KORString {
   friend bool operator!=(const KORString& iLeft, const KORString& iRight) noexcept {
     return iLeft._text != iRight._text;
   }
+  // Comparisons with NUL-terminated text (a null pointer is the empty text).
+  // Without them `key == "TypeGraph"` would be ambiguous between these
+  // operators and the built-in pointer comparison through operator const char*.
+  friend bool operator==(const KORString& iLeft, const char* iRight) noexcept {
+    return iLeft._text == std::string_view(iRight ? iRight : "");
+  }
+  friend bool operator==(const char* iLeft, const KORString& iRight) noexcept {
+    return iRight == iLeft;
+  }
+  friend bool operator!=(const KORString& iLeft, const char* iRight) noexcept {
+    return !(iLeft == iRight);
+  }
+  friend bool operator!=(const char* iLeft, const KORString& iRight) noexcept {
+    return !(iRight == iLeft);
+  }
 
  private:
   std::string _text;

@@ -107,7 +107,10 @@ class KORPLATFORM_API KORUnicodeString {
   void Reset() noexcept;
 
  private:
-  KORUnicodeString(std::string&& iValidUtf8, int iLength) noexcept;
+  // Takes over text known to be valid UTF-8 of iLength code points. A named
+  // function rather than a constructor, so that it does not compete with the
+  // public (text, byte length) constructor in overload resolution.
+  static KORUnicodeString Adopt(std::string&& iValidUtf8, int iLength) noexcept;
 
   std::string _text;  // always valid UTF-8
   int _length = 0;    // code points in _text

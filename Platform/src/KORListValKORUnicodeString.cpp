@@ -35,8 +35,11 @@ int KORListValKORUnicodeString::Locate(const KORUnicodeString& iValue, int iFrom
 }
 
 int KORListValKORUnicodeString::RemoveValue(const KORUnicodeString& iValue) {
+  // iValue may be one of the elements (list.RemoveValue(list[1])), which the
+  // removal overwrites: compare with a copy.
+  const KORUnicodeString value(iValue);
   const auto before = _values.size();
-  _values.erase(std::remove(_values.begin(), _values.end(), iValue), _values.end());
+  _values.erase(std::remove(_values.begin(), _values.end(), value), _values.end());
   return static_cast<int>(before - _values.size());
 }
 

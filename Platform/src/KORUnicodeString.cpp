@@ -193,8 +193,12 @@ KORUnicodeString::KORUnicodeString(const char* iUtf8, std::size_t iByteLength) {
 
 KORUnicodeString::KORUnicodeString(KORUnicodeChar iChar) : _length(1) { EncodeUtf8(iChar, _text); }
 
-KORUnicodeString::KORUnicodeString(std::string&& iValidUtf8, int iLength) noexcept
-    : _text(std::move(iValidUtf8)), _length(iLength) {}
+KORUnicodeString KORUnicodeString::Adopt(std::string&& iValidUtf8, int iLength) noexcept {
+  KORUnicodeString result;
+  result._text = std::move(iValidUtf8);
+  result._length = iLength;
+  return result;
+}
 
 KORUnicodeString::KORUnicodeString(KORUnicodeString&& iOther) noexcept
     : _text(std::move(iOther._text)), _length(std::exchange(iOther._length, 0)) {
@@ -211,8 +215,12 @@ KORUnicodeString& KORUnicodeString::operator=(KORUnicodeString&& iOther) noexcep
 }
 
 KORUnicodeString& KORUnicodeString::operator=(const char* iUtf8) {
-  _length = iUtf8 ? Sanitize(iUtf8, std::strlen(iUtf8), _text) : 0;
-  if (!iUtf8) _text.clear();
+  // iUtf8 may point into this string's own text (s = s.ConvertToChar() + n):
+  // build the new text aside before giving up the old one.
+  std::string text;
+  const int length = iUtf8 ? Sanitize(iUtf8, std::strlen(iUtf8), text) : 0;
+  _text.swap(text);
+  _length = length;
   return *this;
 }
 
@@ -227,12 +235,12 @@ KORUnicodeString KORUnicodeString::SubString(int iStart, int iLength) const {
   if (iLength <= 0 || iStart >= _length) return KORUnicodeString();
   if (iLength > _length - iStart) iLength = _length - iStart;
   if (static_cast<int>(_text.size()) == _length) {  // ASCII only
-    return KORUnicodeString(
-        _text.substr(static_cast<std::size_t>(iStart), static_cast<std::size_t>(iLength)), iLength);
+    return Adopt(_text.substr(static_cast<std::size_t>(iStart), static_cast<std::size_t>(iLength)),
+                 iLength);
   }
   const std::size_t begin = ByteOffset(_text, iStart);
   const std::size_t end = begin + ByteOffset(std::string_view(_text).substr(begin), iLength);
-  return KORUnicodeString(_text.substr(begin, end - begin), iLength);
+  return Adopt(_text.substr(begin, end - begin), iLength);
 }
 
 int KORUnicodeString::FindLast(const KORUnicodeString& iSub) const {
@@ -310,7 +318,7 @@ KORUnicodeString KORUnicodeString::Strip(int iMode, const KORUnicodeChar& iChar)
   }
   if (begin == 0 && end == text.size()) return *this;
   const int removed = CountCodePoints(text.substr(0, begin)) + CountCodePoints(text.substr(end));
-  return KORUnicodeString(std::string(text.substr(begin, end - begin)), _length - removed);
+  return Adopt(std::string(text.substr(begin, end - begin)), _length - removed);
 }
 
 void KORUnicodeString::Reset() noexcept {
