@@ -1,0 +1,210 @@
+#include "KORLumSessionFile.h"
+
+// Prepares the standard streams for trace output when the library is loaded.
+#include <iostream>
+
+#include "KORLumLazyInstance.h"
+#include "KORLumTrace.h"
+
+namespace {
+// The shared no-session-file value, built on the first GetNoSessionFile call.
+KORLumLazyInstance<KORLumSessionFile> gNoSessionFile;
+}  // namespace
+
+KORLumSessionFile::KORLumSessionFile()
+    : _type(KORLumSessionFileType_None),
+      _viewerDef(KORLumViewerDef::GetNoViewerDef()),
+      _loadMode(KORLumGraphSessionLoadMode_Dynamic),
+      _instanceMode(KORLumGraphSessionInstanceMode_All),
+      _option(0) {
+  KORLumTrace trace("KORLumSessionFile::KORLumSessionFile");
+}
+
+// Both six-argument constructors trace under "KORLumSessionFile::KORLumSessionFile 2":
+// for whoever reads the trace they are one operation, building a session file
+// from its six properties, whichever form the viewer was given in; the shared
+// label is what trace readers have always looked for and is kept.
+KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
+                                     const KORUnicodeString& iFile, const KORLumViewerDef& iViewer,
+                                     const _KORLumGraphSessionLoadMode iLoadMode,
+                                     const _KORLumGraphSessionInstanceMode iInstanceMode,
+                                     const unsigned long iOption)
+    : _type(iType),
+      _file(iFile),
+      _viewerDef(iViewer),
+      _loadMode(iLoadMode),
+      _instanceMode(iInstanceMode),
+      _option(iOption) {
+  KORLumTrace trace("KORLumSessionFile::KORLumSessionFile 2");
+  trace.Value("iType", iType);
+  trace.Value("iFile", iFile);
+  trace.Value("iViewer", iViewer);
+  trace.Value("iLoadMode", iLoadMode);
+  trace.Value("iInstanceMode", iInstanceMode);
+  trace.Value("iOption", iOption);
+  _viewer.Reset();
+  if (_type == KORLumSessionFileType_None) {
+    _file.Reset();
+    _viewerDef = KORLumViewerDef::GetNoViewerDef();
+    _loadMode = KORLumGraphSessionLoadMode_None;
+    _instanceMode = KORLumGraphSessionInstanceMode_None;
+  }
+  // After the None reset on purpose: a None value ends with the default modes.
+  if (_loadMode == KORLumGraphSessionLoadMode_None) _loadMode = KORLumGraphSessionLoadMode_Dynamic;
+  if (_instanceMode == KORLumGraphSessionInstanceMode_None) {
+    _instanceMode = KORLumGraphSessionInstanceMode_All;
+  }
+}
+
+KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
+                                     const KORUnicodeString& iFile, const KORUnicodeString& iViewer,
+                                     const _KORLumGraphSessionLoadMode iLoadMode,
+                                     const _KORLumGraphSessionInstanceMode iInstanceMode,
+                                     const unsigned long iOption)
+    : _type(iType),
+      _file(iFile),
+      _viewerDef(KORLumViewerDef::GetNoViewerDef()),
+      _viewer(iViewer),
+      _loadMode(iLoadMode),
+      _instanceMode(iInstanceMode),
+      _option(iOption) {
+  KORLumTrace trace("KORLumSessionFile::KORLumSessionFile 2");
+  trace.Value("iType", iType);
+  trace.Value("iFile", iFile);
+  trace.Value("iViewer", iViewer);
+  trace.Value("iLoadMode", iLoadMode);
+  trace.Value("iInstanceMode", iInstanceMode);
+  trace.Value("iOption", iOption);
+  if (_type == KORLumSessionFileType_None) {
+    _file.Reset();
+    _viewer.Reset();
+    _loadMode = KORLumGraphSessionLoadMode_None;
+    _instanceMode = KORLumGraphSessionInstanceMode_None;
+  }
+  // After the None reset on purpose: a None value ends with the default modes.
+  if (_loadMode == KORLumGraphSessionLoadMode_None) _loadMode = KORLumGraphSessionLoadMode_Dynamic;
+  if (_instanceMode == KORLumGraphSessionInstanceMode_None) {
+    _instanceMode = KORLumGraphSessionInstanceMode_All;
+  }
+}
+
+KORLumSessionFile::KORLumSessionFile(const KORLumSessionFile& iCopy)
+    : _type(iCopy._type),
+      _file(iCopy._file),
+      _viewerDef(iCopy._viewerDef),
+      _viewer(iCopy._viewer),
+      _loadMode(iCopy._loadMode),
+      _instanceMode(iCopy._instanceMode),
+      _option(iCopy._option) {
+  KORLumTrace trace("KORLumSessionFile::KORLumSessionFile (KORLumSessionFile)");
+  trace.Value("_type", _type);
+  trace.Value("_file", _file);
+  trace.Value("_viewer", _viewer);
+  trace.Value("_viewerDef", _viewerDef);
+  trace.Value("_loadMode", _loadMode);
+  trace.Value("_instanceMode", _instanceMode);
+  trace.Value("_option", _option);
+}
+
+KORLumSessionFile::~KORLumSessionFile() {
+  KORLumTrace trace("KORLumSessionFile::~KORLumSessionFile");
+}
+
+// The labels of operator= and operator== end with a blank, here and in
+// KORLumSessionFileDef, unlike those of the viewer classes: they are the
+// labels under which the session-file classes have always traced these
+// operators, and trace readers match them with the blank, so it is kept.
+KORLumSessionFile& KORLumSessionFile::operator=(const KORLumSessionFile& iCopy) {
+  KORLumTrace trace("KORLumSessionFile::operator = ");
+  iCopy.TraceAsOperand(trace);
+  _type = iCopy._type;
+  _file = iCopy._file;
+  _viewer = iCopy._viewer;
+  _viewerDef = iCopy._viewerDef;
+  _loadMode = iCopy._loadMode;
+  _instanceMode = iCopy._instanceMode;
+  _option = iCopy._option;
+  return *this;
+}
+
+int KORLumSessionFile::operator==(const KORLumSessionFile& iOther) const {
+  KORLumTrace trace("KORLumSessionFile::operator == ");
+  iOther.TraceAsOperand(trace);
+  const int isEqual =
+      (_type == iOther._type && _file == iOther._file && _viewer == iOther._viewer &&
+       _viewerDef == iOther._viewerDef && _loadMode == iOther._loadMode &&
+       _instanceMode == iOther._instanceMode && _option == iOther._option)
+          ? 1
+          : 0;
+  trace.Value("isEqual", isEqual);
+  return isEqual;
+}
+
+int KORLumSessionFile::operator!=(const KORLumSessionFile& iOther) const {
+  KORLumTrace trace("KORLumSessionFile::operator !=");
+  const int isDifferent = (*this == iOther) ? 0 : 1;
+  trace.Value("isDifferent", isDifferent);
+  return isDifferent;
+}
+
+_KORLumSessionFileType KORLumSessionFile::GetType() const {
+  KORLumTrace trace("KORLumSessionFile::GetType");
+  trace.Value("_type", _type);
+  return _type;
+}
+
+const KORUnicodeString& KORLumSessionFile::GetFile() const {
+  KORLumTrace trace("KORLumSessionFile::GetFile");
+  trace.Value("_file", _file);
+  return _file;
+}
+
+const KORLumViewerDef& KORLumSessionFile::GetViewerDef() const {
+  KORLumTrace trace("KORLumSessionFile::GetViewerDef");
+  trace.Value("_viewerDef", _viewerDef);
+  return _viewerDef;
+}
+
+const KORUnicodeString& KORLumSessionFile::GetViewer() const {
+  KORLumTrace trace("KORLumSessionFile::GetViewer");
+  trace.Value("_viewer", _viewer);
+  return _viewer;
+}
+
+_KORLumGraphSessionLoadMode KORLumSessionFile::GetLoadMode() const {
+  KORLumTrace trace("KORLumSessionFile::GetLoadMode");
+  trace.Value("_loadMode", _loadMode);
+  return _loadMode;
+}
+
+_KORLumGraphSessionInstanceMode KORLumSessionFile::GetInstanceMode() const {
+  KORLumTrace trace("KORLumSessionFile::GetInstanceMode");
+  trace.Value("_instanceMode", _instanceMode);
+  return _instanceMode;
+}
+
+unsigned long KORLumSessionFile::GetOption() const {
+  KORLumTrace trace("KORLumSessionFile::GetOption");
+  trace.Value("_option", _option);
+  return _option;
+}
+
+const KORLumSessionFile& KORLumSessionFile::GetNoSessionFile() {
+  KORLumTrace trace("KORLumSessionFile::GetNoSessionFile");
+  if (!gNoSessionFile.IsCreated()) {
+    gNoSessionFile.Create(KORLumSessionFileType_None, KORUnicodeString(),
+                          KORLumViewerDef::GetNoViewerDef(), KORLumGraphSessionLoadMode_Dynamic,
+                          KORLumGraphSessionInstanceMode_All, 0UL);
+  }
+  return gNoSessionFile.Get();
+}
+
+void KORLumSessionFile::TraceAsOperand(KORLumTrace& ioTrace) const {
+  ioTrace.Line("Type          = [", _type, "]");
+  ioTrace.Line("File          = [", _file, "]");
+  ioTrace.Line("Viewer        = [", _viewer, "]");
+  ioTrace.Line("ViewerDef     = [", _viewerDef, "]");
+  ioTrace.Line("Load mode     = [", _loadMode, "]");
+  ioTrace.Line("Instance mode = [", _instanceMode, "]");
+  ioTrace.Line("Option        = [", _option, "]");
+}
