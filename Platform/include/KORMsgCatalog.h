@@ -1,0 +1,122 @@
+// KORMsgCatalog and KORMsg: the platform's message catalogues, the texts a
+// program shows in the user's language.
+//
+// A catalogue is a set of resource files (see KORResourceFile.h for their
+// format) with one file per language. A catalogue `Name` in language `ll_CC`
+// is the file <dir>/ll_CC/Name.msgcat; the default-language file is
+// <dir>/Name.msgcat.
+//
+// Search path: the directories of KOR_MSGCATALOG_PATH, separated by ':' (empty
+// entries are skipped); when the variable is unset or names no directory, the
+// installed share/VX0SESS0/msgcatalog.
+//
+// Language: the first non-empty of KOR_LANGUAGE, LC_ALL, LC_MESSAGES, LANG,
+// without its ".codeset" and "@modifier". A key is looked for level by level:
+//   1. the exact language         fr_CA.UTF-8@euro -> fr_CA/Name.msgcat
+//   2. the base language          -> fr/Name.msgcat
+//   3. the untranslated default   -> Name.msgcat
+// A language without region (fr) has levels 2 and 3; C, POSIX, no language
+// (or one that cannot name a directory, such as "../x") has level 3 only. For
+// each level the file is taken from the first directory of the search path
+// that has a readable one: a file that exists but cannot be read counts as
+// absent (the next directory is tried) and is mentioned in the diagnostic of
+// a failed lookup. The first level whose file declares the key wins, also
+// when it declares it empty.
+//
+// Cache: the resolved search path, the language levels and every catalogue's
+// files (found or not) are read once for the life of the process; later
+// lookups do no I/O. FlushCache() forgets them all, so that the next lookup
+// reads the environment and the files again. The service is thread-safe.
+//
+//   KORMsgCatalog* catalog = new KORMsgCatalog("KORLumSessionFile");
+//   KORMsg msg = catalog->GetMsg("TypeGraph.Msg");   // may raise, see below
+//   KORUnicodeString text;
+//   msg.BuildMessage(&text);                         // "Graph"
+//   delete catalog;
+//
+// Throw contract: KORMsgCatalog::GetMsg is the only operation here that
+// raises. It raises a KORNLSCatalogError (a heap object, through KORRaise:
+// catch it with a KORXHContext, which owns it) exactly when no language level
+// has a readable file for the catalogue, or when no level's file declares the
+// key. Its diagnostic names the catalogue, the key, the language levels tried
+// and the reason (no file, or key not declared), and lists the unreadable
+// files that were skipped. Nothing else raises a KORError; the diagnostic
+// accessors never raise.
+#ifndef KORMsgCatalog_h
+#define KORMsgCatalog_h
+
+#include <utility>
+
+#include "KORListValKORUnicodeString.h"
+#include "KORPlatformExport.h"
+#include "KORString.h"
+#include "KORUnicodeString.h"
+
+// One message of a catalogue: its text, held by value.
+class KORPLATFORM_API KORMsg {
+ public:
+  // An empty message.
+  KORMsg() = default;
+  explicit KORMsg(KORUnicodeString iText) noexcept : _text(std::move(iText)) {}
+
+  // Sets *oText to the message text unchanged (no parameter is substituted,
+  // "{1}" stays as written) and returns 0. A null oText is a programming
+  // error (the process stops through __assert).
+  int BuildMessage(KORUnicodeString* oText) const;
+
+  // Sets *oText to the message text with "{1}", "{2}", ... replaced by the
+  // parameters at those positions (1-based) and returns 0. The text is
+  // scanned once from left to right: a parameter's own text is not scanned
+  // again. A placeholder without parameter ("{3}" with two parameters,
+  // "{0}") and any other brace stay as they are:
+  //   "Open {1} with {2}" with ("model.hub", "Viewer3D") -> "Open model.hub with Viewer3D"
+  // A null oText is a programming error.
+  int BuildMessage(KORUnicodeString* oText, const KORListValKORUnicodeString& iParameters) const;
+
+ private:
+  KORUnicodeString _text;
+};
+
+class KORPLATFORM_API KORMsgCatalog {
+ public:
+  // The catalogue named iCatalogName. Construction reads nothing: the files
+  // are found on the first lookup.
+  explicit KORMsgCatalog(const KORString& iCatalogName);
+  KORMsgCatalog(const KORMsgCatalog&) = default;
+  KORMsgCatalog& operator=(const KORMsgCatalog&) = default;
+  virtual ~KORMsgCatalog();
+
+  // The message declared under iKey at the first language level that
+  // declares it. Raises KORNLSCatalogError when the catalogue has no file
+  // or no level declares the key (see the throw contract above).
+  [[nodiscard]] KORMsg GetMsg(const KORString& iKey) const;
+
+  // The catalogue name given at construction.
+  [[nodiscard]] const KORString& GetCatalogName() const noexcept { return _catalogName; }
+
+  // Forgets the resolved environment and every file read, in the whole
+  // process; the next lookup reads them again.
+  static void FlushCache();
+
+  // --- Diagnostics (for the tools that check a configuration) ---------------
+  // They resolve and cache what a lookup would, and never raise.
+
+  // The directories searched, in order (a copy).
+  [[nodiscard]] static KORListValKORUnicodeString GetSearchPath();
+  // The language levels tried, in order, e.g. ("fr_CA", "fr", ""): the last
+  // one, "", is the untranslated default file (a copy).
+  [[nodiscard]] static KORListValKORUnicodeString GetLanguageLevels();
+  // For each language level (same positions as GetLanguageLevels), the path
+  // of this catalogue's file used at that level, or "" when no directory has
+  // a readable one.
+  [[nodiscard]] KORListValKORUnicodeString GetFilesUsed() const;
+  // The problems met while reading this catalogue: "file: reason" for each
+  // unreadable file skipped, then "file:line: reason" for each malformed line
+  // or duplicate key of the files used.
+  [[nodiscard]] KORListValKORUnicodeString GetProblems() const;
+
+ private:
+  KORString _catalogName;
+};
+
+#endif

@@ -1,0 +1,70 @@
+#include "KORDMTools.h"
+
+#include <string>
+#include <string_view>
+
+#include "KORGetEnv.h"
+
+namespace {
+
+bool IsNameChar(char iChar) {
+  return (iChar >= 'A' && iChar <= 'Z') || (iChar >= 'a' && iChar <= 'z') ||
+         (iChar >= '0' && iChar <= '9') || iChar == '_';
+}
+
+void AppendVariable(std::string& ioText, std::string_view iName) {
+  if (const char* value = KORGetEnv(std::string(iName).c_str())) ioText.append(value);
+}
+
+}  // namespace
+
+KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
+  const std::string_view path = iPath.View();
+  std::string expanded;
+  expanded.reserve(path.size());
+  std::size_t position = 0;
+
+  if (!path.empty() && path[0] == '~' && (path.size() == 1 || path[1] == '/')) {
+    if (const char* home = KORGetEnv("HOME")) {
+      expanded.append(home);
+    } else {
+      expanded += '~';
+    }
+    position = 1;
+  }
+
+  while (position < path.size()) {
+    const std::size_t dollar = path.find('$', position);
+    if (dollar == std::string_view::npos) break;
+    expanded.append(path.substr(position, dollar - position));
+    const std::size_t next = dollar + 1;
+    if (next < path.size() && path[next] == '$') {
+      expanded += '$';
+      position = next + 1;
+    } else if (next < path.size() && path[next] == '{') {
+      std::size_t end = next + 1;
+      while (end < path.size() && IsNameChar(path[end])) ++end;
+      if (end > next + 1 && end < path.size() && path[end] == '}') {
+        AppendVariable(expanded, path.substr(next + 1, end - next - 1));
+        position = end + 1;
+      } else {
+        // Not a plain ${NAME}: the whole construct stays as written.
+        const std::size_t close = path.find('}', next);
+        const std::size_t stop = close == std::string_view::npos ? path.size() : close + 1;
+        expanded.append(path.substr(dollar, stop - dollar));
+        position = stop;
+      }
+    } else {
+      std::size_t end = next;
+      while (end < path.size() && IsNameChar(path[end])) ++end;
+      if (end > next) {
+        AppendVariable(expanded, path.substr(next, end - next));
+      } else {
+        expanded += '$';
+      }
+      position = end;
+    }
+  }
+  if (position < path.size()) expanded.append(path.substr(position));
+  return KORUnicodeString(expanded.data(), expanded.size());
+}

@@ -1,0 +1,8 @@
+#include "KORGetEnv.h"
+
+#include <cstdlib>
+
+const char* KORGetEnv(const char* iName) {
+  if (iName == nullptr) return nullptr;
+  return std::getenv(iName);
+}

@@ -1,0 +1,54 @@
+#include "KORILumServices.h"
+
+#include <string>
+
+#include "KORGetEnv.h"
+#include "KORResourceFile.h"
+
+namespace {
+
+// The services read from the administrator settings file.
+class KORLumAdminSettings final : public KORILumServices {
+ public:
+  explicit KORLumAdminSettings(KORResourceFile iSettings) : _settings(std::move(iSettings)) {}
+
+  int GetAdminVariable(KORUnicodeString& oValue, const KORUnicodeString& iVariable,
+                       const KORUnicodeString& iAdministrator) override {
+    std::string key(iAdministrator.View());
+    key += '.';
+    key.append(iVariable.View());
+    if (const KORUnicodeString* value = _settings.Find(key)) {
+      oValue = *value;
+      return 0;
+    }
+    oValue.Reset();
+    return 1;
+  }
+
+ private:
+  ~KORLumAdminSettings() override = default;
+
+  KORResourceFile _settings;
+};
+
+}  // namespace
+
+KORBaseUnknown::~KORBaseUnknown() = default;
+
+void KORBaseUnknown::AddRef() const noexcept {
+  _references.fetch_add(1, std::memory_order_relaxed);
+}
+
+void KORBaseUnknown::Release() const noexcept {
+  if (_references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+}
+
+KORILumServices::~KORILumServices() = default;
+
+KORILumServices_var CreateServices() {
+  const char* path = KORGetEnv("KOR_ADMIN_SETTINGS");
+  if (path == nullptr) return KORILumServices_var();
+  KORResourceFile settings = KORResourceFile::Load(path);
+  if (settings.GetState() != KORResourceFile::Loaded) return KORILumServices_var();
+  return KORILumServices_var(new KORLumAdminSettings(std::move(settings)));
+}

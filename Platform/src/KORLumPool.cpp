@@ -1,0 +1,114 @@
+#include "KORLumPool.h"
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "KORResourceFile.h"
+#include "KORResourceSearch.h"
+
+namespace {
+
+// The last search of one resource, successful or not.
+struct Search {
+  std::string name;
+  std::string path;  // the file loaded; empty when the resource is not loaded
+  KORResourceFile resource;
+  std::vector<std::string> skipped;  // unreadable files passed over
+};
+
+struct Pool {
+  std::mutex mutex;
+  std::vector<Search> searches;     // in the order resources were first searched
+  std::vector<std::size_t> loaded;  // positions in searches, in load order
+};
+
+Pool& ThePool() {
+  static Pool pool;
+  return pool;
+}
+
+Search* FindSearch(Pool& ioPool, std::string_view iName) {
+  for (Search& search : ioPool.searches) {
+    if (search.name == iName) return &search;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+int KORLumPool::LoadPool(const KORUnicodeString& iResource) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  Search* search = FindSearch(pool, iResource.View());
+  if (search != nullptr && !search->path.empty()) return 0;
+
+  const std::vector<std::string> directories =
+      kor_detail::SearchDirectories("KOR_DCLS_PATH", "dcls");
+  kor_detail::FoundFile found =
+      kor_detail::FindFirstReadable(directories, std::string(iResource.View()) + ".dcls");
+  if (search == nullptr) {
+    pool.searches.push_back({std::string(iResource.View()), {}, {}, {}});
+    search = &pool.searches.back();
+  }
+  search->path = std::move(found.path);
+  search->resource = std::move(found.resource);
+  search->skipped = std::move(found.skipped);
+  if (search->path.empty()) return 1;
+  pool.loaded.push_back(static_cast<std::size_t>(search - pool.searches.data()));
+  return 0;
+}
+
+KORUnicodeString KORLumPool::GetStringDec(const KORUnicodeString& iKey, int& oStatus) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  for (const std::size_t position : pool.loaded) {
+    if (const KORUnicodeString* value = pool.searches[position].resource.Find(iKey.View())) {
+      oStatus = 0;
+      return *value;
+    }
+  }
+  oStatus = 1;
+  return KORUnicodeString();
+}
+
+void KORLumPool::FlushCache() {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  pool.searches.clear();
+  pool.loaded.clear();
+}
+
+KORListValKORUnicodeString KORLumPool::GetSearchPath() {
+  return kor_detail::ToList(kor_detail::SearchDirectories("KOR_DCLS_PATH", "dcls"));
+}
+
+KORListValKORUnicodeString KORLumPool::GetLoadedResources() {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  std::vector<std::string> names;
+  for (const std::size_t position : pool.loaded) names.push_back(pool.searches[position].name);
+  return kor_detail::ToList(names);
+}
+
+KORUnicodeString KORLumPool::GetResourceFile(const KORUnicodeString& iResource) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  const Search* search = FindSearch(pool, iResource.View());
+  if (search == nullptr) return KORUnicodeString();
+  return KORUnicodeString(search->path.data(), search->path.size());
+}
+
+KORListValKORUnicodeString KORLumPool::GetProblems() {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  KORListValKORUnicodeString problems;
+  for (const Search& search : pool.searches) {
+    for (const std::string& skipped : search.skipped) {
+      problems.Append(KORUnicodeString(skipped.data(), skipped.size()));
+    }
+    const KORListValKORUnicodeString found = search.resource.GetProblems();
+    for (int i = 1; i <= found.Size(); ++i) problems.Append(found[i]);
+  }
+  return problems;
+}

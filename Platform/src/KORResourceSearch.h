@@ -1,0 +1,48 @@
+// Where the platform looks for its resource files (internal to KORPlatform).
+//
+// Message catalogues and declaration resources are searched in the
+// directories of a ':'-separated path variable, in order. When the variable
+// is unset, or names no directory at all, the installed directory
+// <data>/VX0SESS0/<kind> is searched instead, where <data> is found next to
+// the KORPlatform library itself (so that an installed tree can be moved),
+// else the data directory chosen when the platform was configured.
+#ifndef KORResourceSearch_h
+#define KORResourceSearch_h
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "KORListValKORUnicodeString.h"
+#include "KORResourceFile.h"
+
+namespace kor_detail {
+
+// The installed data directory of the product (".../share/VX0SESS0").
+const std::string& InstalledDataDirectory();
+
+// The directories to search for files of one kind: those of the variable
+// iVariable (empty entries skipped), else <InstalledDataDirectory>/iKind.
+std::vector<std::string> SearchDirectories(const char* iVariable, const char* iKind);
+
+// iDirectory + "/" + iRelative (no doubled '/').
+std::string JoinPath(std::string_view iDirectory, std::string_view iRelative);
+
+// The outcome of a search for one file through the directories.
+struct FoundFile {
+  std::string path;                  // the file used; empty when none could be read
+  KORResourceFile resource;          // its content (Absent when none)
+  std::vector<std::string> skipped;  // "file: reason" of files there but unreadable
+};
+
+// The first readable iRelative in iDirectories. A file that exists but cannot
+// be read counts as absent: the next directory is tried, and it is noted.
+FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
+                            std::string_view iRelative);
+
+// Copies strings into a platform list.
+KORListValKORUnicodeString ToList(const std::vector<std::string>& iValues);
+
+}  // namespace kor_detail
+
+#endif
