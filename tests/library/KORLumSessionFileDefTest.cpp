@@ -335,13 +335,13 @@ TEST(KORLumSessionFileDefTrace, InequalityShowsTheNestedEqualityThenIsDifferent)
 
 // Assertions.
 
-TEST(KORLumSessionFileDefDeathTest, EmptyNameWithBagsStopsAtLine48AfterTheInputLines) {
+TEST(KORLumSessionFileDefDeathTest, EmptyNameWithBagsByPointerStopsAtLine48AfterTheInputLines) {
   const KORListValKORLumViewerBag bags = BagsWithARepeatedObject();
   EXPECT_DEATH(
       {
         KORHUBTrace::SetOutput(&std::cerr);
         KORHUBTrace::SetActive(1);
-        KORLumSessionFileDef def(kGraph, "", "hub", bags);
+        KORLumSessionFileDef def(kGraph, "", "hub", &bags);
       },
       TraceLinesPattern(InputLines("(KORListLumViewerBag)", "1", "", "hub")) +
           ".*VirtualServices/VX0SESS0\\.m/src/KORLumSessionFileDef:48: .*"
@@ -354,14 +354,15 @@ TEST(KORLumSessionFileDefDeathTest, EmptyNameWithAnEmptyBagListStopsAtLine48Afte
       {
         KORHUBTrace::SetOutput(&std::cerr);
         KORHUBTrace::SetActive(1);
-        KORLumSessionFileDef def(kQuery, "", "qry", &bags);
+        KORLumSessionFileDef def(kQuery, "", "qry", bags);
       },
       TraceLinesPattern(InputLines("(KORListLumViewerBag)", "2", "", "qry")) +
           ".*VirtualServices/VX0SESS0\\.m/src/KORLumSessionFileDef:48: .*"
           "Assertion `iName\\.GetLengthInChar\\(\\)' failed");
 }
 
-TEST(KORLumSessionFileDefDeathTest, EmptyNameWithViewerNamesStopsAtLine112AfterTheInputLines) {
+TEST(KORLumSessionFileDefDeathTest,
+     EmptyNameWithViewerNamesByPointerStopsAtLine112AfterTheInputLines) {
   const KORListValKORUnicodeString names = Names({"V1"});
   EXPECT_DEATH(
       {

@@ -129,7 +129,7 @@ const KORLumViewerBag& KORLumSessionFileDef::GetViewerBag(const int iIndex) cons
 
 const KORListValKORLumViewerBag& KORLumSessionFileDef::GetViewerBags() const {
   KORLumTrace trace("KORLumSessionFileDef::GetViewerBags");
-  trace.Line("Number of viewer bag(s) = [", _viewerBags.Size(), "]");
+  if (trace.IsActive()) trace.Line("Number of viewer bag(s) = [", _viewerBags.Size(), "]");
   return _viewerBags;
 }
 
