@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "KORHUBTrace.h"
+#include "ListText.h"
+#include "StringList.h"
 #include "TraceCapture.h"
 #include "TracePattern.h"
 
@@ -19,25 +20,13 @@ constexpr _KORLumSessionFileType kNone = KORLumSessionFileType_None;
 constexpr _KORLumSessionFileType kGraph = KORLumSessionFileType_Graph;
 constexpr _KORLumSessionFileType kQuery = KORLumSessionFileType_Query;
 
-KORListValKORUnicodeString Names(std::initializer_list<const char*> iNames) {
-  KORListValKORUnicodeString names;
-  for (const char* name : iNames) names.Append(name);
-  return names;
-}
-
 // Bags for objects A, B, A: the second bag of A has other viewers.
 KORListValKORLumViewerBag BagsWithARepeatedObject() {
   KORListValKORLumViewerBag bags;
-  bags.Append(KORLumViewerBag("A", Names({"V1", "V2"})));
-  bags.Append(KORLumViewerBag("B", Names({"V3"})));
-  bags.Append(KORLumViewerBag("A", Names({"V9"})));
+  bags.Append(KORLumViewerBag("A", StringList({"V1", "V2"})));
+  bags.Append(KORLumViewerBag("B", StringList({"V3"})));
+  bags.Append(KORLumViewerBag("A", StringList({"V9"})));
   return bags;
-}
-
-std::vector<std::string> Texts(const KORListValKORUnicodeString& iNames) {
-  std::vector<std::string> texts;
-  for (int i = 1; i <= iNames.Size(); ++i) texts.emplace_back(iNames[i].ConvertToChar());
-  return texts;
 }
 
 // The three input lines of a Build, as written inside a constructor's scope.
@@ -56,15 +45,15 @@ TEST(KORLumSessionFileDef, BagsOfARepeatedObjectKeepTheFirstBagOfEachObjectInOrd
   const KORListValKORLumViewerBag& bags = def.GetViewerBags();
   ASSERT_EQ(bags.Size(), 2);
   EXPECT_EQ(bags[1].GetObject(), "A");
-  EXPECT_EQ(Texts(bags[1].GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  EXPECT_EQ(ListText(bags[1].GetViewers()), "[V1] [V2]");
   EXPECT_EQ(bags[2].GetObject(), "B");
-  EXPECT_EQ(Texts(bags[2].GetViewers()), (std::vector<std::string>{"V3"}));
+  EXPECT_EQ(ListText(bags[2].GetViewers()), "[V3]");
 }
 
 TEST(KORLumSessionFileDef, BagsWithAnEmptyObjectOrNoViewersAreKept) {
   KORListValKORLumViewerBag bags;
-  bags.Append(KORLumViewerBag("", Names({"V1"})));
-  bags.Append(KORLumViewerBag("B", Names({})));
+  bags.Append(KORLumViewerBag("", StringList({"V1"})));
+  bags.Append(KORLumViewerBag("B", StringList({})));
   KORLumSessionFileDef def(kGraph, "Graph", "hub", bags);
   ASSERT_EQ(def.GetViewerBags().Size(), 2);
   EXPECT_EQ(def.GetViewerBag(1).GetObject(), "");
@@ -93,23 +82,23 @@ TEST(KORLumSessionFileDef, BuildingFromBagsLeavesTheCallersListUnchanged) {
 // Building from viewer names.
 
 TEST(KORLumSessionFileDef, ViewerNamesLoseEmptyAndRepeatedNamesAndKeepTheirOrder) {
-  KORLumSessionFileDef def(kGraph, "Graph", "hub", Names({"V1", "", "V2", "V1"}));
-  EXPECT_EQ(Texts(def.GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  KORLumSessionFileDef def(kGraph, "Graph", "hub", StringList({"V1", "", "V2", "V1"}));
+  EXPECT_EQ(ListText(def.GetViewers()), "[V1] [V2]");
 }
 
 TEST(KORLumSessionFileDef, EveryEmptyViewerNameIsRemoved) {
-  KORLumSessionFileDef def(kGraph, "Graph", "hub", Names({"", "V1", "", ""}));
-  EXPECT_EQ(Texts(def.GetViewers()), (std::vector<std::string>{"V1"}));
+  KORLumSessionFileDef def(kGraph, "Graph", "hub", StringList({"", "V1", "", ""}));
+  EXPECT_EQ(ListText(def.GetViewers()), "[V1]");
 }
 
 TEST(KORLumSessionFileDef, ViewerNamesByPointerAreBuiltLikeNamesByReference) {
-  const KORListValKORUnicodeString names = Names({"V1", "", "V2", "V1"});
+  const KORListValKORUnicodeString names = StringList({"V1", "", "V2", "V1"});
   KORLumSessionFileDef def(kGraph, "Graph", "hub", &names);
-  EXPECT_EQ(Texts(def.GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  EXPECT_EQ(ListText(def.GetViewers()), "[V1] [V2]");
 }
 
 TEST(KORLumSessionFileDef, BuiltFromViewerNamesHasNoBags) {
-  KORLumSessionFileDef def(kGraph, "Graph", "hub", Names({"V1"}));
+  KORLumSessionFileDef def(kGraph, "Graph", "hub", StringList({"V1"}));
   EXPECT_EQ(def.GetViewerBags().Size(), 0);
 }
 
@@ -174,7 +163,7 @@ TEST(KORLumSessionFileDef, GettersReturnTheMembersThemselves) {
 // Equality.
 
 TEST(KORLumSessionFileDef, DefinitionsOfOneTypeWithOtherNamesAreEqual) {
-  KORLumSessionFileDef left(kGraph, "Graph", "hub", Names({"V1"}));
+  KORLumSessionFileDef left(kGraph, "Graph", "hub", StringList({"V1"}));
   KORLumSessionFileDef right(kGraph, "Other", "oth", BagsWithARepeatedObject());
   EXPECT_EQ(left == right, 1);
   EXPECT_EQ(left != right, 0);
@@ -205,7 +194,7 @@ TEST(KORLumSessionFileDef, CopyIsAFullCopy) {
   EXPECT_EQ(copy.GetName(), "Graph");
   EXPECT_EQ(copy.GetSuffix(), "hub");
   ASSERT_EQ(copy.GetViewerBags().Size(), 2);
-  EXPECT_EQ(Texts(copy.GetViewerBag(1).GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  EXPECT_EQ(ListText(copy.GetViewerBag(1).GetViewers()), "[V1] [V2]");
 }
 
 TEST(KORLumSessionFileDef, AssigningADefinitionWithoutBagsKeepsTheTargetsBags) {
@@ -219,24 +208,24 @@ TEST(KORLumSessionFileDef, AssigningADefinitionWithoutBagsKeepsTheTargetsBags) {
 }
 
 TEST(KORLumSessionFileDef, AssigningADefinitionWithoutNamesKeepsTheTargetsNames) {
-  KORLumSessionFileDef target(kGraph, "Graph", "hub", Names({"V1", "V2"}));
+  KORLumSessionFileDef target(kGraph, "Graph", "hub", StringList({"V1", "V2"}));
   target = KORLumSessionFileDef(kQuery, "Query", "qry", BagsWithARepeatedObject());
-  EXPECT_EQ(Texts(target.GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  EXPECT_EQ(ListText(target.GetViewers()), "[V1] [V2]");
   EXPECT_EQ(target.GetViewerBags().Size(), 2);
 }
 
 TEST(KORLumSessionFileDef, AssigningADefinitionWithListsReplacesTheTargetsLists) {
-  KORLumSessionFileDef target(kGraph, "Graph", "hub", Names({"V1", "V2"}));
-  target = KORLumSessionFileDef(kGraph, "Graph", "hub", Names({"V3"}));
-  EXPECT_EQ(Texts(target.GetViewers()), (std::vector<std::string>{"V3"}));
+  KORLumSessionFileDef target(kGraph, "Graph", "hub", StringList({"V1", "V2"}));
+  target = KORLumSessionFileDef(kGraph, "Graph", "hub", StringList({"V3"}));
+  EXPECT_EQ(ListText(target.GetViewers()), "[V3]");
 }
 
 TEST(KORLumSessionFileDef, SelfAssignmentKeepsTheValue) {
-  KORLumSessionFileDef def(kGraph, "Graph", "hub", Names({"V1", "V2"}));
+  KORLumSessionFileDef def(kGraph, "Graph", "hub", StringList({"V1", "V2"}));
   KORLumSessionFileDef& alias = def;
   def = alias;
   EXPECT_EQ(def.GetName(), "Graph");
-  EXPECT_EQ(Texts(def.GetViewers()), (std::vector<std::string>{"V1", "V2"}));
+  EXPECT_EQ(ListText(def.GetViewers()), "[V1] [V2]");
 }
 
 // Trace lines.
@@ -256,7 +245,7 @@ TEST(KORLumSessionFileDefTrace, BuildFromBagsWritesInputsCountAndTheKeptBags) {
 }
 
 TEST(KORLumSessionFileDefTrace, BuildFromViewerNamesWritesInputsCountAndTheKeptNames) {
-  const KORListValKORUnicodeString names = Names({"V1", "", "V2", "V1"});
+  const KORListValKORUnicodeString names = StringList({"V1", "", "V2", "V1"});
   TraceCapture capture;
   KORLumSessionFileDef def(kQuery, "Query", "qry", &names);
   const std::string label = "     KORLumSessionFileDef::Build (KORListOfKORUnicodeString) ";
@@ -363,7 +352,7 @@ TEST(KORLumSessionFileDefDeathTest, EmptyNameWithAnEmptyBagListStopsAtLine48Afte
 
 TEST(KORLumSessionFileDefDeathTest,
      EmptyNameWithViewerNamesByPointerStopsAtLine112AfterTheInputLines) {
-  const KORListValKORUnicodeString names = Names({"V1"});
+  const KORListValKORUnicodeString names = StringList({"V1"});
   EXPECT_DEATH(
       {
         KORHUBTrace::SetOutput(&std::cerr);

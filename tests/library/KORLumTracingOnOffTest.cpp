@@ -15,17 +15,13 @@
 #include "KORLumSessionFileDef.h"
 #include "KORLumViewerBag.h"
 #include "KORLumViewerDef.h"
+#include "ListText.h"
+#include "StringList.h"
 #include "TraceCapture.h"
 
 namespace {
 
 std::string Text(const KORUnicodeString& iText) { return iText.ConvertToChar(); }
-
-std::string Join(const KORListValKORUnicodeString& iNames) {
-  std::string joined;
-  for (int i = 1; i <= iNames.Size(); ++i) joined += (i > 1 ? "," : "") + Text(iNames[i]);
-  return joined;
-}
 
 // A representative use of every value class and list; each result is
 // recorded as "what=result".
@@ -45,13 +41,12 @@ std::vector<std::string> RunScenario() {
   recordInt("half==none", half == KORLumViewerDef::GetNoViewerDef());
 
   // Viewer bags.
-  KORListValKORUnicodeString names;
-  for (const char* name : {"V1", "", "V2", "V1"}) names.Append(name);
+  const KORListValKORUnicodeString names = StringList({"V1", "", "V2", "V1"});
   KORLumViewerBag bag("Part", names);
   recordInt("bag.Add(V3)", bag.Add("V3"));
   recordInt("bag.Add(V1)", bag.Add("V1"));
   recordInt("bag.Add()", bag.Add(""));
-  record("bag.viewers", Join(bag.GetViewers()));
+  record("bag.viewers", ListText(bag.GetViewers()));
   recordInt("bag==otherBagOfPart", bag == KORLumViewerBag("Part", KORListValKORUnicodeString()));
   recordInt("bag!=defaultBag", bag != KORLumViewerBag());
 
@@ -65,7 +60,7 @@ std::vector<std::string> RunScenario() {
   recordInt("fromBags.bags", fromBags.GetViewerBags().Size());
   record("fromBags.bag2", Text(fromBags.GetViewerBag(2).GetObject()));
   recordInt("fromBags.bag1.viewers", fromBags.GetViewerBag(1).GetNumberOfViewers());
-  record("fromNames.viewers", Join(fromNames.GetViewers()));
+  record("fromNames.viewers", ListText(fromNames.GetViewers()));
   recordInt("fromBags==fromNames", fromBags == fromNames);
   recordInt("fromBags!=fromNames", fromBags != fromNames);
   KORLumSessionFileDef merged(fromBags);
@@ -130,13 +125,13 @@ const std::vector<std::string> kExpectedResults = {"part=Part.Viewer3D",
                                                    "bag.Add(V3)=0",
                                                    "bag.Add(V1)=1",
                                                    "bag.Add()=-1",
-                                                   "bag.viewers=V1,,V2,V1,V3",
+                                                   "bag.viewers=[V1] [] [V2] [V1] [V3]",
                                                    "bag==otherBagOfPart=1",
                                                    "bag!=defaultBag=1",
                                                    "fromBags.bags=2",
                                                    "fromBags.bag2=Product",
                                                    "fromBags.bag1.viewers=5",
-                                                   "fromNames.viewers=V1,V2",
+                                                   "fromNames.viewers=[V1] [V2]",
                                                    "fromBags==fromNames=0",
                                                    "fromBags!=fromNames=1",
                                                    "merged=2 Merged mrg 2",

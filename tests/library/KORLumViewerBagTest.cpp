@@ -2,22 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
+#include "StringList.h"
 #include "TraceCapture.h"
 
-namespace {
-
-KORListValKORUnicodeString Names(std::initializer_list<const char*> iNames) {
-  KORListValKORUnicodeString names;
-  for (const char* name : iNames) names.Append(name);
-  return names;
-}
-
-}  // namespace
-
 TEST(KORLumViewerBag, ConstructorKeepsObjectAndViewersInOrder) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D", "Viewer2D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D", "Viewer2D"}));
   EXPECT_EQ(bag.GetObject(), "Part");
   ASSERT_EQ(bag.GetNumberOfViewers(), 2);
   EXPECT_EQ(bag.GetViewer(1), "Viewer3D");
@@ -25,20 +14,20 @@ TEST(KORLumViewerBag, ConstructorKeepsObjectAndViewersInOrder) {
 }
 
 TEST(KORLumViewerBag, ConstructorKeepsEmptyAndRepeatedNames) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D", "", "Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D", "", "Viewer3D"}));
   EXPECT_EQ(bag.GetNumberOfViewers(), 3);
   EXPECT_EQ(bag.GetViewer(2), "");
   EXPECT_EQ(bag.GetViewer(3), "Viewer3D");
 }
 
 TEST(KORLumViewerBag, AddOfAnEmptyNameReturnsMinusOneAndChangesNothing) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   EXPECT_EQ(bag.Add(""), -1);
   EXPECT_EQ(bag.GetNumberOfViewers(), 1);
 }
 
 TEST(KORLumViewerBag, AddOfANameGivenAtConstructionReturnsOneAndChangesNothing) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D", "Viewer2D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D", "Viewer2D"}));
   EXPECT_EQ(bag.Add("Viewer2D"), 1);
   EXPECT_EQ(bag.GetNumberOfViewers(), 2);
 }
@@ -51,14 +40,14 @@ TEST(KORLumViewerBag, AddOfANameAddedBeforeReturnsOne) {
 }
 
 TEST(KORLumViewerBag, AddOfANewNameReturnsZeroAndAppendsIt) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   EXPECT_EQ(bag.Add("Viewer2D"), 0);
   ASSERT_EQ(bag.GetNumberOfViewers(), 2);
   EXPECT_EQ(bag.GetViewer(bag.GetNumberOfViewers()), "Viewer2D");
 }
 
 TEST(KORLumViewerBag, AddComparesNamesExactly) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   EXPECT_EQ(bag.Add("viewer3d"), 0);
   EXPECT_EQ(bag.Add("Viewer3D "), 0);
   EXPECT_EQ(bag.GetNumberOfViewers(), 3);
@@ -72,38 +61,38 @@ TEST(KORLumViewerBag, DefaultBagHasAnEmptyObjectAndNoViewers) {
 }
 
 TEST(KORLumViewerBag, SameObjectWithOtherViewersIsEqual) {
-  KORLumViewerBag left("Part", Names({"Viewer3D"}));
-  KORLumViewerBag right("Part", Names({"Viewer2D", "Viewer1D"}));
+  KORLumViewerBag left("Part", StringList({"Viewer3D"}));
+  KORLumViewerBag right("Part", StringList({"Viewer2D", "Viewer1D"}));
   EXPECT_EQ(left == right, 1);
   EXPECT_EQ(left != right, 0);
 }
 
 TEST(KORLumViewerBag, OtherObjectsWithTheSameViewersAreDifferent) {
-  KORLumViewerBag left("Part", Names({"Viewer3D"}));
-  KORLumViewerBag right("Product", Names({"Viewer3D"}));
+  KORLumViewerBag left("Part", StringList({"Viewer3D"}));
+  KORLumViewerBag right("Product", StringList({"Viewer3D"}));
   EXPECT_EQ(left == right, 0);
   EXPECT_EQ(left != right, 1);
 }
 
 TEST(KORLumViewerBag, InequalityIsTheNegationOfEquality) {
   const KORLumViewerBag bags[] = {
-      KORLumViewerBag("Part", Names({"Viewer3D"})), KORLumViewerBag("Part", Names({})),
-      KORLumViewerBag("Product", Names({"Viewer3D"})), KORLumViewerBag()};
+      KORLumViewerBag("Part", StringList({"Viewer3D"})), KORLumViewerBag("Part", StringList({})),
+      KORLumViewerBag("Product", StringList({"Viewer3D"})), KORLumViewerBag()};
   for (const auto& left : bags) {
     for (const auto& right : bags) EXPECT_EQ(left != right, (left == right) ? 0 : 1);
   }
 }
 
 TEST(KORLumViewerBag, CopyHasObjectAndViewers) {
-  KORLumViewerBag original("Part", Names({"Viewer3D", "Viewer2D"}));
+  KORLumViewerBag original("Part", StringList({"Viewer3D", "Viewer2D"}));
   KORLumViewerBag copy(original);
   EXPECT_EQ(copy.GetObject(), "Part");
   EXPECT_EQ(copy.GetViewers() == original.GetViewers(), true);
 }
 
 TEST(KORLumViewerBag, AssignmentReplacesObjectAndViewers) {
-  KORLumViewerBag target("Part", Names({"Viewer3D"}));
-  target = KORLumViewerBag("Product", Names({"Viewer2D", "Viewer1D"}));
+  KORLumViewerBag target("Part", StringList({"Viewer3D"}));
+  target = KORLumViewerBag("Product", StringList({"Viewer2D", "Viewer1D"}));
   EXPECT_EQ(target.GetObject(), "Product");
   ASSERT_EQ(target.GetNumberOfViewers(), 2);
   EXPECT_EQ(target.GetViewer(1), "Viewer2D");
@@ -111,14 +100,14 @@ TEST(KORLumViewerBag, AssignmentReplacesObjectAndViewers) {
 }
 
 TEST(KORLumViewerBag, AssigningABagWithNoViewersLeavesTheTargetWithNone) {
-  KORLumViewerBag target("Part", Names({"Viewer3D", "Viewer2D"}));
-  target = KORLumViewerBag("Product", Names({}));
+  KORLumViewerBag target("Part", StringList({"Viewer3D", "Viewer2D"}));
+  target = KORLumViewerBag("Product", StringList({}));
   EXPECT_EQ(target.GetObject(), "Product");
   EXPECT_EQ(target.GetNumberOfViewers(), 0);
 }
 
 TEST(KORLumViewerBag, SelfAssignmentKeepsTheValue) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   KORLumViewerBag& alias = bag;
   bag = alias;
   EXPECT_EQ(bag.GetObject(), "Part");
@@ -127,7 +116,7 @@ TEST(KORLumViewerBag, SelfAssignmentKeepsTheValue) {
 }
 
 TEST(KORLumViewerBag, GettersReturnTheMembersThemselves) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   EXPECT_EQ(&bag.GetObject(), &bag.GetObject());
   EXPECT_EQ(&bag.GetViewers(), &bag.GetViewers());
   EXPECT_EQ(&bag.GetViewer(1), &bag.GetViewers()[1]);
@@ -135,7 +124,7 @@ TEST(KORLumViewerBag, GettersReturnTheMembersThemselves) {
 
 TEST(KORLumViewerBag, OperationsWriteNoTraceLines) {
   TraceCapture capture;
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   KORLumViewerBag copy(bag);
   KORLumViewerBag empty;
   copy = empty;
@@ -151,6 +140,6 @@ TEST(KORLumViewerBag, OperationsWriteNoTraceLines) {
 }
 
 TEST(KORLumViewerBagDeathTest, GetViewerBeyondTheLastStopsInTheStringList) {
-  KORLumViewerBag bag("Part", Names({"Viewer3D"}));
+  KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
   EXPECT_DEATH((void)bag.GetViewer(2), "Assertion");
 }
