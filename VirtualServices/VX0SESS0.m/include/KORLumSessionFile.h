@@ -73,6 +73,47 @@ class VX0SESS0_API KORLumSessionFile {
   // The option bits, all of them as given.
   [[nodiscard]] unsigned long GetOption() const;
 
+  // --- Display line and string form ---------------------------------------------
+  //
+  // The translated ("NLS") texts come from KORLumSessionFileUtilities; each
+  // operation returns a new string.
+
+  // The translated display line:
+  //   None (0):      "%t"
+  //   Query (2):     "%t : %f"
+  //   anything else: "%t : %f [%v] [%l] [%i]", then " [%o]" when the option
+  //                  text is not empty
+  // with %t the kind, %f the shortened file, %v the viewer, %l the load mode,
+  // %i the instance mode and %o the options, each translated.
+  [[nodiscard]] KORUnicodeString GetNLS() const;
+  // The translated kind.
+  [[nodiscard]] KORUnicodeString GetNLSType() const;
+  // The file, shortened for display when it has 33 characters or more: part
+  // of its directories is replaced by ".../", and the base name is kept whole.
+  [[nodiscard]] KORUnicodeString GetNLSFile() const;
+  // The translated object and viewer of the viewer definition, joined by ".",
+  // or the "no viewer" text for the no-viewer definition.
+  [[nodiscard]] KORUnicodeString GetNLSViewerDef() const;
+  // The translated viewer name, or the "no viewer" text when there is no
+  // viewer name. Never empty.
+  [[nodiscard]] KORUnicodeString GetNLSViewer() const;
+  // The translated load mode.
+  [[nodiscard]] KORUnicodeString GetNLSLoadMode() const;
+  // The translated instance mode.
+  [[nodiscard]] KORUnicodeString GetNLSInstanceMode() const;
+  // The translated option texts joined by the separator; empty when none of
+  // the four option bits is set.
+  [[nodiscard]] KORUnicodeString GetNLSOption() const;
+  // The untranslated line, with the file in full:
+  //   None (0):      "0"
+  //   Query (2):     "2 : <file>"
+  //   anything else: "<type> : <file> [<viewer>] [<load mode>] [<instance mode>] [<options>]"
+  // where the viewer is the viewer name, or else the viewer definition's
+  // string form.
+  [[nodiscard]] KORUnicodeString ConvertToString() const;
+  // Same as ConvertToString().
+  operator KORUnicodeString() const;  // NOLINT(google-explicit-constructor)
+
   // The shared value that stands for no session file (type None, modes 1
   // and 1, options 0), built on first call; the same instance on every call.
   static const KORLumSessionFile& GetNoSessionFile();

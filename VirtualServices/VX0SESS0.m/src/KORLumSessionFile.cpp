@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "KORLumLazyInstance.h"
+#include "KORLumSessionFileUtilities.h"
 #include "KORLumTrace.h"
 
 namespace {
@@ -207,4 +208,130 @@ void KORLumSessionFile::TraceAsOperand(KORLumTrace& ioTrace) const {
   ioTrace.Line("Load mode     = [", _loadMode, "]");
   ioTrace.Line("Instance mode = [", _instanceMode, "]");
   ioTrace.Line("Option        = [", _option, "]");
+}
+
+// --- Display line and string form ---------------------------------------------------
+
+KORUnicodeString KORLumSessionFile::GetNLS() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLS");
+  KORUnicodeString formattedString;
+  if (_type == KORLumSessionFileType_None) {
+    formattedString = "%t";
+    formattedString.ReplaceSubString("%t", GetNLSType());
+  } else if (_type == KORLumSessionFileType_Query) {
+    formattedString = "%t : %f";
+    formattedString.ReplaceSubString("%t", GetNLSType());
+    formattedString.ReplaceSubString("%f", GetNLSFile());
+  } else {
+    formattedString = "%t : %f [%v] [%l] [%i]";
+    if (GetNLSOption().GetLengthInChar() > 0) formattedString.Append(" [%o]");
+    formattedString.ReplaceSubString("%t", GetNLSType());
+    formattedString.ReplaceSubString("%f", GetNLSFile());
+    // GetNLSViewer() is never empty (it gives the "no viewer" text when there
+    // is no viewer name), so a session file named by a viewer definition shows
+    // the "no viewer" text here: the display line names a viewer only when the
+    // user picked one by name. The string form shows the definition instead.
+    if (GetNLSViewer().GetLengthInChar() != 0) {
+      formattedString.ReplaceSubString("%v", GetNLSViewer());
+    } else {
+      formattedString.ReplaceSubString("%v", GetNLSViewerDef());
+    }
+    formattedString.ReplaceSubString("%l", GetNLSLoadMode());
+    formattedString.ReplaceSubString("%i", GetNLSInstanceMode());
+    formattedString.ReplaceSubString("%o", GetNLSOption());
+  }
+  trace.Value("formattedString", formattedString);
+  return formattedString;
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSType() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSType");
+  return KORLumSessionFileUtilities::GetNLSType(_type);
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSFile() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSFile");
+  // Paths of up to 32 characters are shown whole. A longer one keeps its
+  // base name whole and as much of its head as fits in 32 characters with
+  // the base name, with ".../" in place of the rest.
+  constexpr int kShownWhole = 32;
+  const KORUnicodeString file = _file;
+  const int length = file.GetLengthInChar();
+  if (length <= kShownWhole) return file;
+  const int lastSlash = file.FindLast("/");
+  if (lastSlash <= 0) return file;
+  const int baseLength = length - lastSlash - 1;
+  KORUnicodeString shortened;
+  if (baseLength < kShownWhole) shortened = file.SubString(0, kShownWhole - baseLength);
+  shortened.Append(".../");
+  shortened.Append(file.SubString(lastSlash + 1, baseLength));
+  return shortened;
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSViewerDef() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSViewerDef");
+  if (_viewerDef != KORLumViewerDef::GetNoViewerDef()) {
+    KORUnicodeString text = KORLumSessionFileUtilities::GetNLSObject(_viewerDef.GetObject());
+    text.Append(".");
+    text.Append(KORLumSessionFileUtilities::GetNLSViewer(_viewerDef.GetViewer()));
+    return text;
+  }
+  return KORLumSessionFileUtilities::GetNLSNoViewer();
+}
+
+// Traced under the label of GetNLSViewerDef: the two are one display step,
+// the viewer of the line, for whoever reads the trace.
+KORUnicodeString KORLumSessionFile::GetNLSViewer() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSViewerDef");
+  if (_viewer.GetLengthInChar() >= 1) return KORLumSessionFileUtilities::GetNLSViewer(_viewer);
+  return KORLumSessionFileUtilities::GetNLSNoViewer();
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSLoadMode() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSLoadMode");
+  return KORLumSessionFileUtilities::GetNLSLoadMode(_loadMode);
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSInstanceMode() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSInstanceMode");
+  return KORLumSessionFileUtilities::GetNLSInstanceMode(_instanceMode);
+}
+
+KORUnicodeString KORLumSessionFile::GetNLSOption() const {
+  KORLumTrace trace("KORLumSessionFile::GetNLSOption");
+  return KORLumSessionFileUtilities::GetNLSOption(_option);
+}
+
+KORUnicodeString KORLumSessionFile::ConvertToString() const {
+  KORLumTrace trace("KORLumSessionFile::ConvertToString");
+  KORUnicodeString formattedString;
+  KORUnicodeString number;
+  number.BuildFromNum(static_cast<int>(_type), "%d");
+  formattedString.Append(number);
+  if (_type == KORLumSessionFileType_Query) {
+    formattedString.Append(" : ");
+    formattedString.Append(_file);
+  } else if (_type != KORLumSessionFileType_None) {
+    formattedString.Append(" : ");
+    formattedString.Append(_file);
+    formattedString.Append(" [");
+    formattedString.Append(_viewer.GetLengthInChar() > 0 ? _viewer : _viewerDef.ConvertToString());
+    formattedString.Append("] [");
+    number.BuildFromNum(static_cast<int>(_loadMode), "%d");
+    formattedString.Append(number);
+    formattedString.Append("] [");
+    number.BuildFromNum(static_cast<int>(_instanceMode), "%d");
+    formattedString.Append(number);
+    formattedString.Append("] [");
+    number.BuildFromNum(_option, "%lu");
+    formattedString.Append(number);
+    formattedString.Append("]");
+  }
+  trace.Value("formattedString", formattedString);
+  return formattedString;
+}
+
+KORLumSessionFile::operator KORUnicodeString() const {
+  KORLumTrace trace("KORLumSessionFile::operator KORUnicodeString");
+  return ConvertToString();
 }

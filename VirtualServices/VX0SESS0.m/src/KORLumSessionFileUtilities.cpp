@@ -1,0 +1,460 @@
+#include "KORLumSessionFileUtilities.h"
+
+#include <iostream>  // prepares the stream library for trace output
+#include <memory>
+#include <unordered_map>
+
+#include "KORDMTools.h"
+#include "KORError.h"
+#include "KORGetEnv.h"
+#include "KORILumServices.h"
+#include "KORLumLazyInstance.h"
+#include "KORLumPool.h"
+#include "KORLumTrace.h"
+#include "KORLumViewerBag.h"
+#include "KORLumViewerDef.h"
+#include "KORMsgCatalog.h"
+
+namespace {
+
+// --- Module state -------------------------------------------------------------
+//
+// Built at load in this order, destroyed at unload in the reverse order. The
+// two path strings are built on first use and declared last, so that they are
+// destroyed first (graph files path, then BRIX files path), and only if they
+// were built.
+
+// The viewer catalogue: one bag per object, the objects and their translated
+// names (index for index), the viewers and their translated labels (index
+// for index).
+KORListValKORLumViewerBag gViewerBags;
+KORListValKORUnicodeString gObjects;
+KORListValKORUnicodeString gNLSObjects;
+KORListValKORUnicodeString gViewers;
+KORListValKORUnicodeString gNLSViewers;
+// The "no viewer" text, empty until first computed.
+KORUnicodeString gNLSNoViewer;
+
+bool gViewersLoaded = false;
+int gStartUpSession = -1;  // -1: not yet asked
+
+bool gBRIXFilesPathComputed = false;
+KORLumLazyInstance<KORUnicodeString> gBRIXFilesPath;
+bool gGraphFilesPathComputed = false;
+KORLumLazyInstance<KORUnicodeString> gGraphFilesPath;
+
+// --- Files paths ----------------------------------------------------------------
+
+// Expands the variables of a non-empty path, removes the blanks around it and
+// ends it with exactly one "/" (the leading "/" of an absolute path is kept).
+// An empty path stays empty.
+void NormalisePath(KORUnicodeString& ioPath) {
+  if (ioPath.GetLengthInChar() <= 0) return;
+  ioPath = KORDMTools::ExpandPath(ioPath)
+               .Strip(KORUnicodeString::StripBoth, U' ')
+               .Strip(KORUnicodeString::StripTrailing, U'/');
+  ioPath.Append("/");
+}
+
+// Computes a files path once: the declaration iKey of the resource
+// iResource, or, when the resource cannot be loaded, the fallback (after a
+// message line). The result is kept, also when it is empty.
+KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeString>& ioPath,
+                            bool& ioComputed, const char* iResource, const char* iKey,
+                            const char* iFallbackMessage, KORUnicodeString (*iFallback)()) {
+  if (!ioPath.IsCreated()) ioPath.Create();
+  KORUnicodeString& path = ioPath.Get();
+  if (!ioComputed) {
+    if (KORLumPool::LoadPool(iResource) == 0) {
+      int status = 0;
+      path = KORLumPool::GetStringDec(iKey, status);
+    } else {
+      ioTrace.Line(iFallbackMessage);
+      path = iFallback();
+    }
+    NormalisePath(path);
+    ioComputed = true;
+  }
+  return path;
+}
+
+KORUnicodeString PresentWorkingDirectory() { return KORUnicodeString(KORGetEnv("PWD")); }
+
+// --- Translated texts -----------------------------------------------------------
+
+// The catalogue of the type, mode and option texts, and the one of the "no
+// file" and "no viewer" texts. The two names differ on purpose: they are two
+// catalogues of the installed product.
+constexpr const char* kValueCatalog = "KORLumSessionFile";
+constexpr const char* kAbsenceCatalog = "LumSessionFile";
+
+// The key and untranslated text of one enumeration value.
+struct ValueText {
+  int value;
+  const char* key;
+  const char* fallback;
+};
+
+// The text of iValue: the first listed value it equals (tested in order),
+// else iOther; the untranslated text stands in for an empty translation.
+template <std::size_t N>
+KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
+                                const ValueText& iOther) {
+  const ValueText* chosen = &iOther;
+  for (const ValueText& candidate : iListed) {
+    if (iValue == candidate.value) {
+      chosen = &candidate;
+      break;
+    }
+  }
+  KORUnicodeString text =
+      KORLumSessionFileUtilities::GetNLSMessage(kValueCatalog, chosen->key, KORUnicodeString());
+  if (text.GetLengthInChar() == 0) text = chosen->fallback;
+  return text;
+}
+
+// The translation of iName in iTranslations, index for index with iNames,
+// or iName itself when it is not listed or its translation is empty.
+KORUnicodeString TranslateName(const KORUnicodeString& iName,
+                               const KORListValKORUnicodeString& iNames,
+                               const KORListValKORUnicodeString& iTranslations) {
+  KORLumSessionFileUtilities::GetViewers();  // fills the catalogue on first use
+  KORUnicodeString translated;
+  if (iNames.Size() > 0) {
+    const int index = iNames.Locate(iName, 1);
+    if (index > 0) translated = iTranslations[index];
+  }
+  if (translated.GetLengthInChar() == 0) translated = iName;
+  return translated;
+}
+
+KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
+  KORString key(iStem.ConvertToChar());
+  key.Append(iSuffix);
+  return key;
+}
+
+// --- Viewer catalogue -----------------------------------------------------------
+
+// Reads the METHOD_LIST table of the loaded "KORBRIX" resource into the
+// catalogue: entries 1, 2, ... up to the first one without WHERE, or the
+// first kept entry without COMMAND, TAG or KORAB. An entry is kept when its
+// WHERE is "HUB" or "Both" and its ROLE is "Tools".
+void ReadMethodList(KORLumTrace& ioTrace) {
+  // Position of each object's bag, so that the table is read in linear time.
+  std::unordered_map<KORUnicodeString, int> bagOfObject;
+  int status = 0;
+  int n = 1;
+  do {
+    KORUnicodeString index;
+    index.BuildFromNum(n, "%d");
+    auto read = [&index, &status](const char* iKeyPattern) {
+      KORUnicodeString key(iKeyPattern);
+      key.ReplaceSubString("%d", index);
+      return KORLumPool::GetStringDec(key, status);
+    };
+    const KORUnicodeString where = read("KORBRIX.METHOD_LIST(%d).WHERE");
+    if (status != 0) {
+      ++n;
+      break;
+    }
+    KORUnicodeString role = read("KORBRIX.METHOD_LIST(%d).ROLE");
+    if (status != 0) {  // a missing ROLE only skips the entry
+      role.Reset();
+      status = 0;
+    }
+    if (!((where == "HUB" || where == "Both") && role == "Tools")) {
+      ++n;
+      continue;
+    }
+    const KORUnicodeString command = read("KORBRIX.METHOD_LIST(%d).COMMAND");
+    if (status != 0) {
+      ++n;
+      break;
+    }
+    const KORUnicodeString tag = read("KORBRIX.METHOD_LIST(%d).TAG");
+    if (status != 0) {
+      ++n;
+      break;
+    }
+
+    gViewers.Append(command);
+    ioTrace.Line("[", gViewers.Size(), "] - Viewer     = [", command, "]");
+    KORUnicodeString label;
+    if (tag.GetLengthInChar() > 0) {
+      label = KORLumSessionFileUtilities::GetNLSMessage(
+          "KORDMToolsManager", Concatenate(tag, ".Label"), KORUnicodeString());
+    }
+    if (label.GetLengthInChar() == 0) label = command;
+    gNLSViewers.Append(label);
+    // The line shows the command, not the label: readers of the trace match
+    // the two lines of an entry on it.
+    ioTrace.Line("[", gNLSViewers.Size(), "] - NLS Viewer = [", command, "]");
+
+    const KORUnicodeString object = read("KORBRIX.METHOD_LIST(%d).KORAB");
+    if (status == 0 && object.GetLengthInChar() >= 1) {
+      const auto known = bagOfObject.find(object);
+      if (known != bagOfObject.end()) {
+        gViewerBags[known->second].Add(command);  // Add keeps a viewer once per bag
+      } else {
+        KORListValKORUnicodeString viewers;
+        viewers.Append(command);
+        gViewerBags.Append(KORLumViewerBag(object, viewers));
+        bagOfObject.emplace(object, gViewerBags.Size());
+        gObjects.Append(object);
+        KORUnicodeString synonym = KORLumSessionFileUtilities::GetNLSMessage(
+            kValueCatalog, Concatenate(object, ".Synonym"), KORUnicodeString());
+        if (synonym.GetLengthInChar() == 0) synonym = object;
+        gNLSObjects.Append(synonym);
+      }
+    }
+    ++n;
+  } while (status == 0);
+}
+
+}  // namespace
+
+KORLumSessionFileUtilities::KORLumSessionFileUtilities() {
+  KORLumTrace trace("KORLumSessionFileUtilities::KORLumSessionFileUtilities");
+  KORLUM_ASSERT(0, "KORLumSessionFileUtilities", 61);
+}
+
+KORLumSessionFileUtilities::~KORLumSessionFileUtilities() {
+  KORLumTrace trace("KORLumSessionFileUtilities::~KORLumSessionFileUtilities");
+}
+
+int KORLumSessionFileUtilities::IsStartUpSession() {
+  KORLumTrace trace("KORLumSessionFileUtilities::IsStartUpSession");
+  if (gStartUpSession == -1) {
+    KORILumServices_var services = CreateServices();
+    if (services == KORBaseUnknown_var()) {
+      gStartUpSession = 0;
+    } else {
+      KORUnicodeString value;
+      services->GetAdminVariable(value, "LUM_STARTUP_SESSION", "LUMAdmin");
+      gStartUpSession = (value == "YES") ? 1 : 0;
+    }
+  }  // the services handle is released here
+  trace.Value("isStartUpSession", gStartUpSession);
+  return gStartUpSession;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetBRIXFilesPath");
+  const KORUnicodeString& path =
+      FilesPath(trace, gBRIXFilesPath, gBRIXFilesPathComputed, "MERLO", "MERLO.BRIXFILES",
+                "Problem while retrieving DCLS - defaulting to $PWD", PresentWorkingDirectory);
+  trace.Value("BRIXFilesPath", path);
+  return path;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetGraphFilesPath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetGraphFilesPath");
+  const KORUnicodeString& path = FilesPath(
+      trace, gGraphFilesPath, gGraphFilesPathComputed, "KORBRIX", "KORBRIX.HUB.GRAPHSESSION",
+      "Problem while retrieving DCLS - defaulting to BRIX files path", GetBRIXFilesPath);
+  trace.Value("graphFilesPath", path);
+  return path;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetQueryFilesPath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetQueryFilesPath");
+  // Query files live in the data-management files directory by design.
+  KORUnicodeString queryFilesPath = GetBRIXFilesPath();
+  trace.Value("queryFilesPath", queryFilesPath);
+  return queryFilesPath;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetHistoryFilePath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetHistoryFilePath");
+  // The history file lives in the data-management files directory by design.
+  KORUnicodeString historyFilePath = GetBRIXFilesPath();
+  trace.Value("historyFilePath", historyFilePath);
+  return historyFilePath;
+}
+
+KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetViewers");
+  if (gViewersLoaded) return gViewers;
+  // A resource that cannot be loaded leaves the catalogue empty for good.
+  if (KORLumPool::LoadPool("KORBRIX") == 0) ReadMethodList(trace);
+  gViewersLoaded = true;
+  trace.Line("Number of viewer(s) = [", gViewers.Size(), "]");
+  return gViewers;
+}
+
+KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers(const KORUnicodeString& iObject) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetViewers (object)");
+  trace.Value("iObject", iObject);
+  GetViewers();
+  KORListValKORUnicodeString viewers;
+  if (gViewerBags.Size() > 0) {
+    // Objects are unique in the catalogue, and index for index with the bags.
+    const int index = gObjects.Locate(iObject, 1);
+    if (index > 0) viewers = gViewerBags[index].GetViewers();
+  }
+  trace.Line("Number of viewer(s) = [", viewers.Size(), "]");
+  return viewers;
+}
+
+KORListValKORLumViewerBag KORLumSessionFileUtilities::GetViewerBags() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetViewerBags");
+  GetViewers();
+  trace.Line("Number of viewer bag(s) = [", gViewerBags.Size(), "]");
+  return gViewerBags;
+}
+
+KORListValKORLumViewerDef KORLumSessionFileUtilities::GetViewerDefs() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetViewerDefs");
+  GetViewers();
+  KORListValKORLumViewerDef defs;
+  for (int i = 1; i <= gViewerBags.Size(); ++i) {
+    const KORLumViewerBag& bag = gViewerBags[i];
+    for (int j = 1; j <= bag.GetNumberOfViewers(); ++j) {
+      defs.Append(KORLumViewerDef(bag.GetObject(), bag.GetViewer(j)));
+    }
+  }
+  trace.Line("Number of viewer def(s) = [", defs.Size(), "]");
+  return defs;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
+    const KORString& iNLSDictionnary, const KORString& iNLSMessageKey,
+    const KORUnicodeString& iDefaultNLSMessage) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSMessage");
+  trace.Value("iNLSDictionnary", iNLSDictionnary);
+  trace.Value("iNLSMessageKey", iNLSMessageKey);
+  trace.Value("iDefaultNLSMessage", iDefaultNLSMessage);
+  KORUnicodeString result;
+  // The catalogue lives for this lookup only, and is released on every path.
+  std::unique_ptr<KORMsgCatalog> catalog;
+  KORXHContext context;
+  const int raised = context.Protect([&] {
+    catalog.reset(new KORMsgCatalog(iNLSDictionnary));
+    const KORMsg message = catalog->GetMsg(iNLSMessageKey);
+    KORUnicodeString text;
+    message.BuildMessage(&text);
+    result = text;
+  });
+  if (raised) {
+    if (!context.IsKindOf(KORNLSCatalogError::ClassName())) context.Raise();
+    // A missing catalogue or key is not an error for callers: the default
+    // stands in for the message.
+    trace.Line("Error : ", context.GetDiagnostic());
+    context.Release();
+    result = iDefaultNLSMessage;
+  }
+  trace.Value("NLSMessage", result);
+  return result;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSType(const _KORLumSessionFileType iType) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSType");
+  trace.Value("iType", iType);
+  static constexpr ValueText kListed[] = {{KORLumSessionFileType_Query, "TypeQuery.Msg", "Query"},
+                                          {KORLumSessionFileType_Graph, "TypeGraph.Msg", "Graph"}};
+  static constexpr ValueText kOther = {KORLumSessionFileType_None, "TypeNone.Msg", "None"};
+  const KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
+  trace.Value("NLSType", NLSType);
+  return NLSType;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSLoadMode(
+    const _KORLumGraphSessionLoadMode iLoadMode) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSLoadMode");
+  trace.Value("iLoadMode", iLoadMode);
+  static constexpr ValueText kListed[] = {
+      {KORLumGraphSessionLoadMode_Dynamic, "LoadModeDynamic.Msg", "Dynamic"},
+      {KORLumGraphSessionLoadMode_Static, "LoadModeStatic.Msg", "Static"}};
+  static constexpr ValueText kOther = {KORLumGraphSessionLoadMode_None, "LoadModeNone.Msg", "None"};
+  const KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
+  trace.Value("NLSLoadMode", NLSLoadMode);
+  return NLSLoadMode;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSInstanceMode(
+    const _KORLumGraphSessionInstanceMode iInstanceMode) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSInstanceMode");
+  trace.Value("iInstanceMode", iInstanceMode);
+  static constexpr ValueText kListed[] = {
+      {KORLumGraphSessionInstanceMode_All, "InstanceModeAll.Msg", "All"},
+      {KORLumGraphSessionInstanceMode_Selected, "InstanceModeSelected.Msg", "Selected"}};
+  static constexpr ValueText kOther = {KORLumGraphSessionInstanceMode_None, "InstanceModeNone.Msg",
+                                       "None"};
+  const KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
+  trace.Value("NLSInstanceMode", NLSInstanceMode);
+  return NLSInstanceMode;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iOption) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSOption");
+  trace.Value("iOption", iOption);
+  struct OptionText {
+    unsigned long bit;
+    const char* key;
+    const char* letter;
+  };
+  static constexpr OptionText kOptions[] = {
+      {KORLumSessionFileOption_Report, "OptionReport.Msg", "R"},
+      {KORLumSessionFileOption_Modification, "OptionModification.Msg", "M"},
+      {KORLumSessionFileOption_Query, "OptionQuery.Msg", "Q"},
+      {KORLumSessionFileOption_CSB, "OptionCSB.Msg", "C"}};
+  KORUnicodeString NLSOption;
+  const KORUnicodeString separator = GetNLSMessage(kValueCatalog, "OptionSeparator.Msg", "+");
+  for (const OptionText& option : kOptions) {
+    if ((iOption & option.bit) == 0) continue;
+    if (NLSOption.GetLengthInChar() > 0) NLSOption.Append(separator);
+    // The letter is the lookup's default: a message that builds as empty
+    // adds nothing.
+    NLSOption.Append(GetNLSMessage(kValueCatalog, option.key, option.letter));
+  }
+  trace.Value("NLSOption", NLSOption);
+  return NLSOption;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSNoFile() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoFile");
+  KORUnicodeString NLSNoFile = GetNLSMessage(kAbsenceCatalog, "FileNone.Msg", KORUnicodeString());
+  if (NLSNoFile.GetLengthInChar() == 0) NLSNoFile = "None";
+  trace.Value("NLSNoFile", NLSNoFile);
+  return NLSNoFile;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSNoViewer() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoViewer");
+  // Never empty once computed: the catalogue is read on the first call only.
+  if (gNLSNoViewer.GetLengthInChar() == 0) {
+    gNLSNoViewer = GetNLSMessage(kAbsenceCatalog, "ViewerNone.Msg", KORUnicodeString());
+    if (gNLSNoViewer.GetLengthInChar() == 0) gNLSNoViewer = "None";
+  }
+  trace.Value("_NLSNoViewer", gNLSNoViewer);
+  return gNLSNoViewer;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSObject(const KORUnicodeString& iObject) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSObject");
+  trace.Value("iObject", iObject);
+  const KORUnicodeString NLSObject = TranslateName(iObject, gObjects, gNLSObjects);
+  trace.Value("NLSObject", NLSObject);
+  return NLSObject;
+}
+
+KORUnicodeString KORLumSessionFileUtilities::GetNLSViewer(const KORUnicodeString& iViewer) {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewer");
+  trace.Value("iViewer", iViewer);
+  const KORUnicodeString NLSViewer = TranslateName(iViewer, gViewers, gNLSViewers);
+  trace.Value("NLSViewer", NLSViewer);
+  return NLSViewer;
+}
+
+KORListValKORUnicodeString KORLumSessionFileUtilities::GetNLSObjects() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSObjects");
+  GetViewers();
+  return gNLSObjects;
+}
+
+KORListValKORUnicodeString KORLumSessionFileUtilities::GetNLSViewers() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewers");
+  GetViewers();
+  return gNLSViewers;
+}
