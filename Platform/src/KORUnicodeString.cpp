@@ -10,66 +10,39 @@ namespace {
 
 constexpr char kReplacement[] = "\xEF\xBF\xBD";  // U+FFFD in UTF-8
 
-// Length of the valid UTF-8 sequence at iText[0..iSize), or 0 when the bytes
-// there do not start a valid sequence. Follows the well-formed byte sequences
-// of Unicode: no overlong forms, no surrogates, nothing above U+10FFFF.
-std::size_t ValidSequenceLength(const unsigned char* iText, std::size_t iSize) {
+// Matches the longest prefix, at iText[0..iSize), of a well-formed UTF-8
+// sequence (no overlong form, no surrogate, nothing above U+10FFFF). Sets
+// oLength to the length a sequence with that lead byte must have (0 when the
+// byte cannot start one) and returns the number of bytes that match: the
+// sequence is valid when both are equal. An ill-formed sequence is replaced
+// by one U+FFFD per maximal matching prefix, as Unicode recommends.
+std::size_t MatchSequence(const unsigned char* iText, std::size_t iSize, std::size_t& oLength) {
   const unsigned char lead = iText[0];
-  if (lead < 0x80) return 1;
-  std::size_t length = 0;
-  unsigned char low = 0x80;
+  unsigned char low = 0x80;  // bounds of the second byte
   unsigned char high = 0xBF;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    length = 2;
+  if (lead < 0x80) {
+    oLength = 1;
+  } else if (lead >= 0xC2 && lead <= 0xDF) {
+    oLength = 2;
   } else if (lead >= 0xE0 && lead <= 0xEF) {
-    length = 3;
+    oLength = 3;
     if (lead == 0xE0) low = 0xA0;
     if (lead == 0xED) high = 0x9F;
   } else if (lead >= 0xF0 && lead <= 0xF4) {
-    length = 4;
+    oLength = 4;
     if (lead == 0xF0) low = 0x90;
     if (lead == 0xF4) high = 0x8F;
   } else {
+    oLength = 0;
     return 0;
   }
-  if (iSize < length) return 0;
-  if (iText[1] < low || iText[1] > high) return 0;
-  for (std::size_t i = 2; i < length; ++i) {
-    if (iText[i] < 0x80 || iText[i] > 0xBF) return 0;
+  std::size_t matched = 1;
+  while (matched < oLength && matched < iSize) {
+    const unsigned char next = iText[matched];
+    if (next < (matched == 1 ? low : 0x80) || next > (matched == 1 ? high : 0xBF)) break;
+    ++matched;
   }
-  return length;
-}
-
-// Number of bytes of the maximal prefix of a valid sequence at iText (at least
-// 1): an ill-formed sequence is replaced by one U+FFFD per maximal prefix, as
-// Unicode recommends.
-std::size_t IllFormedLength(const unsigned char* iText, std::size_t iSize) {
-  const unsigned char lead = iText[0];
-  std::size_t expected = 0;
-  unsigned char low = 0x80;
-  unsigned char high = 0xBF;
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    expected = 2;
-  } else if (lead >= 0xE0 && lead <= 0xEF) {
-    expected = 3;
-    if (lead == 0xE0) low = 0xA0;
-    if (lead == 0xED) high = 0x9F;
-  } else if (lead >= 0xF0 && lead <= 0xF4) {
-    expected = 4;
-    if (lead == 0xF0) low = 0x90;
-    if (lead == 0xF4) high = 0x8F;
-  } else {
-    return 1;
-  }
-  std::size_t length = 1;
-  while (length < expected && length < iSize) {
-    const unsigned char next = iText[length];
-    const unsigned char lo = length == 1 ? low : 0x80;
-    const unsigned char hi = length == 1 ? high : 0xBF;
-    if (next < lo || next > hi) break;
-    ++length;
-  }
-  return length;
+  return matched;
 }
 
 // Copies iText into oValid, replacing ill-formed sequences by U+FFFD, and
@@ -89,13 +62,14 @@ int Sanitize(const char* iText, std::size_t iSize, std::string& oValid) {
       count += static_cast<int>(i - start);
       continue;
     }
-    const std::size_t length = ValidSequenceLength(bytes + i, iSize - i);
-    if (length > 0) {
+    std::size_t length = 0;
+    const std::size_t matched = MatchSequence(bytes + i, iSize - i, length);
+    if (length > 0 && matched == length) {
       oValid.append(iText + i, length);
       i += length;
     } else {
       oValid.append(kReplacement, 3);
-      i += IllFormedLength(bytes + i, iSize - i);
+      i += matched > 0 ? matched : 1;
     }
     ++count;
   }
