@@ -10,6 +10,31 @@
 namespace {
 // The shared no-session-file value, built on the first GetNoSessionFile call.
 KORLumLazyInstance<KORLumSessionFile> gNoSessionFile;
+
+// Writes the six arguments of a value constructor as they were passed.
+template <typename Viewer>
+void TraceArguments(KORLumTrace& ioTrace, const _KORLumSessionFileType iType,
+                    const KORUnicodeString& iFile, const Viewer& iViewer,
+                    const _KORLumGraphSessionLoadMode iLoadMode,
+                    const _KORLumGraphSessionInstanceMode iInstanceMode,
+                    const unsigned long iOption) {
+  ioTrace.Value("iType", iType);
+  ioTrace.Value("iFile", iFile);
+  ioTrace.Value("iViewer", iViewer);
+  ioTrace.Value("iLoadMode", iLoadMode);
+  ioTrace.Value("iInstanceMode", iInstanceMode);
+  ioTrace.Value("iOption", iOption);
+}
+
+// Puts the default modes, Dynamic and All, in place of 0.
+void PutDefaultModes(_KORLumGraphSessionLoadMode& ioLoadMode,
+                     _KORLumGraphSessionInstanceMode& ioInstanceMode) {
+  if (ioLoadMode == KORLumGraphSessionLoadMode_None)
+    ioLoadMode = KORLumGraphSessionLoadMode_Dynamic;
+  if (ioInstanceMode == KORLumGraphSessionInstanceMode_None) {
+    ioInstanceMode = KORLumGraphSessionInstanceMode_All;
+  }
+}
 }  // namespace
 
 KORLumSessionFile::KORLumSessionFile()
@@ -37,12 +62,7 @@ KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
       _instanceMode(iInstanceMode),
       _option(iOption) {
   KORLumTrace trace("KORLumSessionFile::KORLumSessionFile 2");
-  trace.Value("iType", iType);
-  trace.Value("iFile", iFile);
-  trace.Value("iViewer", iViewer);
-  trace.Value("iLoadMode", iLoadMode);
-  trace.Value("iInstanceMode", iInstanceMode);
-  trace.Value("iOption", iOption);
+  TraceArguments(trace, iType, iFile, iViewer, iLoadMode, iInstanceMode, iOption);
   _viewer.Reset();
   if (_type == KORLumSessionFileType_None) {
     _file.Reset();
@@ -51,10 +71,7 @@ KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
     _instanceMode = KORLumGraphSessionInstanceMode_None;
   }
   // After the None reset on purpose: a None value ends with the default modes.
-  if (_loadMode == KORLumGraphSessionLoadMode_None) _loadMode = KORLumGraphSessionLoadMode_Dynamic;
-  if (_instanceMode == KORLumGraphSessionInstanceMode_None) {
-    _instanceMode = KORLumGraphSessionInstanceMode_All;
-  }
+  PutDefaultModes(_loadMode, _instanceMode);
 }
 
 KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
@@ -70,12 +87,7 @@ KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
       _instanceMode(iInstanceMode),
       _option(iOption) {
   KORLumTrace trace("KORLumSessionFile::KORLumSessionFile 2");
-  trace.Value("iType", iType);
-  trace.Value("iFile", iFile);
-  trace.Value("iViewer", iViewer);
-  trace.Value("iLoadMode", iLoadMode);
-  trace.Value("iInstanceMode", iInstanceMode);
-  trace.Value("iOption", iOption);
+  TraceArguments(trace, iType, iFile, iViewer, iLoadMode, iInstanceMode, iOption);
   if (_type == KORLumSessionFileType_None) {
     _file.Reset();
     _viewer.Reset();
@@ -83,10 +95,7 @@ KORLumSessionFile::KORLumSessionFile(const _KORLumSessionFileType iType,
     _instanceMode = KORLumGraphSessionInstanceMode_None;
   }
   // After the None reset on purpose: a None value ends with the default modes.
-  if (_loadMode == KORLumGraphSessionLoadMode_None) _loadMode = KORLumGraphSessionLoadMode_Dynamic;
-  if (_instanceMode == KORLumGraphSessionInstanceMode_None) {
-    _instanceMode = KORLumGraphSessionInstanceMode_All;
-  }
+  PutDefaultModes(_loadMode, _instanceMode);
 }
 
 KORLumSessionFile::KORLumSessionFile(const KORLumSessionFile& iCopy)
