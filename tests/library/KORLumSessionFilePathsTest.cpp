@@ -304,6 +304,14 @@ TEST_F(KORLumSessionFilePaths, DataManagementPathKeepsItsFallbackWhenTheWorkingD
   EXPECT_EQ(Text(Utilities::GetBRIXFilesPath()), "/home/u/");
 }
 
+TEST_F(KORLumSessionFilePaths, ExpandedPathKeepsItsFirstValueWhenTheVariableChanges) {
+  ::setenv("LUM_TEST_ROOT", "/first", 1);
+  Declare("MERLO", "MERLO.BRIXFILES = $LUM_TEST_ROOT/files\n");
+  ASSERT_EQ(Text(Utilities::GetBRIXFilesPath()), "/first/files/");
+  ::setenv("LUM_TEST_ROOT", "/second", 1);
+  EXPECT_EQ(Text(Utilities::GetBRIXFilesPath()), "/first/files/");
+}
+
 TEST_F(KORLumSessionFilePaths, WorkingDirectoryFallbackIsAnnouncedOnlyOnce) {
   TraceCapture capture;
   (void)Utilities::GetBRIXFilesPath();
