@@ -1,0 +1,53 @@
+// lumsess: error reporting and text helpers shared by the commands.
+#include <iostream>
+
+#include "Lumsess.h"
+
+namespace lumsess {
+
+void ReportError(ExitStatus iStatus, const std::string& iSentence) {
+  std::cout.flush();
+  std::cerr << "lumsess: " << iSentence << std::endl;
+  throw ExitRequest{iStatus};
+}
+
+std::string Text(const KORUnicodeString& iString) { return std::string(iString.View()); }
+
+std::vector<std::string> Texts(const KORListValKORUnicodeString& iList) {
+  std::vector<std::string> texts;
+  for (int i = 1; i <= iList.Size(); ++i) texts.push_back(Text(iList[i]));
+  return texts;
+}
+
+std::size_t Width(const std::string& iText) {
+  std::size_t width = 0;
+  for (const char c : iText) {
+    // Count every byte that does not continue a UTF-8 sequence.
+    if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) ++width;
+  }
+  return width;
+}
+
+std::string Pad(const std::string& iText, std::size_t iWidth) {
+  const std::size_t width = Width(iText);
+  return iText + std::string(width < iWidth ? iWidth - width : 1, ' ');
+}
+
+std::string Join(const std::vector<std::string>& iItems, const std::string& iSeparator) {
+  std::string text;
+  for (std::size_t i = 0; i < iItems.size(); ++i) {
+    if (i > 0) text += iSeparator;
+    text += iItems[i];
+  }
+  return text;
+}
+
+std::string Quote(const std::string& iText) { return "\"" + iText + "\""; }
+
+void PrintJson(const Json& iDocument) {
+  // Invalid UTF-8 (a file name, say) is replaced rather than refused.
+  std::cout << iDocument.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+            << '\n';
+}
+
+}  // namespace lumsess

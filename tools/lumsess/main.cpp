@@ -1,0 +1,68 @@
+// lumsess: shows where session files live, which viewers can show them and
+// how they read in the user's language, and checks the configuration that
+// decides it. main only builds the command line, parses it and dispatches.
+#include <exception>
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+
+#include "Configuration.h"
+#include "Lumsess.h"
+
+int main(int argc, char** argv) {
+  using namespace lumsess;
+
+  CLI::App app(
+      "Session files of the product-data-management client: where they live, which viewers can "
+      "show them, and how they read in your language.\nWith no command: an overview of all of it.",
+      "lumsess");
+  app.set_version_flag("--version", "lumsess (VX0SESS0) " LUMSESS_VERSION);
+  app.require_subcommand(0, 1);
+
+  GlobalOptions global;
+  app.add_option("--lang", global.language,
+                 "Language of the texts (sets KOR_LANGUAGE), e.g. fr or de_CH");
+  app.add_option("--config", global.config,
+                 "Configuration directory holding dcls/, msgcatalog/ and admin.settings");
+  app.add_flag("--trace", global.trace, "Write the library's trace lines to standard error");
+  app.add_flag("--json", global.json, "Write the result as JSON");
+
+  CLI::App* paths = SetupPaths(app);
+  CLI::App* viewers = SetupViewers(app);
+  CLI::App* show = SetupShow(app);
+  CLI::App* list = SetupList(app);
+  CLI::App* check = SetupCheck(app);
+  // Global options are accepted after the command too.
+  for (CLI::App* command : {paths, viewers, show, list, check}) command->fallthrough();
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    std::cout << app.help();
+    return kSuccess;
+  } catch (const CLI::CallForAllHelp&) {
+    std::cout << app.help("", CLI::AppFormatMode::All);
+    return kSuccess;
+  } catch (const CLI::CallForVersion& version) {
+    std::cout << version.what() << '\n';
+    return kSuccess;
+  } catch (const CLI::ParseError& error) {
+    std::cerr << "lumsess: " << error.what() << " (see lumsess --help)." << std::endl;
+    return kUsage;
+  }
+
+  try {
+    ApplyConfiguration(global);
+    if (paths->parsed()) return RunPaths(global);
+    if (viewers->parsed()) return RunViewers(global);
+    if (show->parsed()) return RunShow(global);
+    if (list->parsed()) return RunList(global);
+    if (check->parsed()) return RunCheck(global);
+    return RunOverview(global);
+  } catch (const ExitRequest& request) {
+    return request.status;
+  } catch (const std::exception& error) {
+    std::cerr << "lumsess: unexpected failure: " << error.what() << std::endl;
+    return kProblems;
+  }
+}
