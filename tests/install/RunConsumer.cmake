@@ -21,7 +21,19 @@ foreach(expected
     include/VX0SESS0/KORLumViewerDef.h
     include/VX0SESS0/KORUnicodeString.h
     lib/cmake/VX0SESS0/VX0SESS0Config.cmake
-    lib/cmake/VX0SESS0/VX0SESS0ConfigVersion.cmake)
+    lib/cmake/VX0SESS0/VX0SESS0ConfigVersion.cmake
+    lib/pkgconfig/VX0SESS0.pc
+    bin/lumsess
+    share/VX0SESS0/admin.settings
+    share/VX0SESS0/dcls/KORBRIX.dcls
+    share/VX0SESS0/dcls/MERLO.dcls
+    share/VX0SESS0/msgcatalog/KORLumSessionFile.msgcat
+    share/VX0SESS0/msgcatalog/LumSessionFile.msgcat
+    share/VX0SESS0/msgcatalog/KORDMToolsManager.msgcat
+    share/VX0SESS0/msgcatalog/fr/KORLumSessionFile.msgcat
+    share/VX0SESS0/msgcatalog/de/KORDMToolsManager.msgcat
+    share/VX0SESS0/sessions/graphs/engine-bracket.hub
+    share/VX0SESS0/sessions/brix/released-parts.qry)
   if(NOT EXISTS "${prefix}/${expected}")
     message(FATAL_ERROR "The installed tree lacks ${expected}")
   endif()
@@ -30,3 +42,60 @@ run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${WORK_DIR}/consumer"
     "-DCMAKE_PREFIX_PATH=${prefix}" -DCMAKE_BUILD_TYPE=Release)
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/consumer")
 run("${WORK_DIR}/consumer/consumer")
+
+# The installed lumsess runs on the installed sample configuration, found
+# beside it, with none of the machine's own variables.
+foreach(variable KOR_DCLS_PATH KOR_MSGCATALOG_PATH KOR_ADMIN_SETTINGS KOR_LANGUAGE LC_ALL
+    LC_MESSAGES LANG LUMSESS_CONFIG KORHUB_TRACE KORHUB_TRACE_FILE)
+  unset(ENV{${variable}})
+endforeach()
+
+# run_lumsess(<output variable> <arguments>...): runs the installed tool,
+# which must succeed quietly.
+function(run_lumsess output)
+  execute_process(COMMAND "${prefix}/bin/lumsess" ${ARGN}
+    WORKING_DIRECTORY "${WORK_DIR}"
+    RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  if(NOT result EQUAL 0 OR NOT err STREQUAL "")
+    message(FATAL_ERROR "Failed (${result}): lumsess ${ARGN}\n${out}${err}")
+  endif()
+  set(${output} "${out}" PARENT_SCOPE)
+endfunction()
+
+function(expect text regex what)
+  if(NOT text MATCHES "${regex}")
+    message(FATAL_ERROR "The installed lumsess ${what}; its output:\n${text}")
+  endif()
+endfunction()
+
+file(REAL_PATH "${prefix}/share/VX0SESS0" data)
+run_lumsess(overview)
+expect("${overview}" "bundled sample configuration in ${data}\n"
+  "does not use the installed sample configuration")
+expect("${overview}" "\n  Graph files +${data}/sessions/graphs/\n"
+  "does not take the graph files path from the installed declarations")
+expect("${overview}" "\nViewers \\(4 objects, 5 viewers\\)\n" "does not show the sample viewers")
+expect("${overview}" "\nSession files \\(4\\)\n" "does not find the sample session files")
+run_lumsess(french --lang fr viewers Drawing)
+expect("${french}" "\n  Drawing +Plan\n    Viewer2D +Visualiseur 2D\n"
+  "does not read the installed French catalogues")
+run_lumsess(check check)
+expect("${check}" "\nNo problem found\\.\n$" "finds problems in the installed sample configuration")
+
+# The pkg-config file gives what a program needs to build and link.
+find_program(PKG_CONFIG pkg-config)
+find_program(CXX NAMES c++ g++)
+if(PKG_CONFIG AND CXX)
+  set(ENV{PKG_CONFIG_PATH} "${prefix}/lib/pkgconfig")
+  execute_process(COMMAND "${PKG_CONFIG}" --cflags --libs VX0SESS0
+    RESULT_VARIABLE result OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "pkg-config does not know the installed VX0SESS0")
+  endif()
+  separate_arguments(flags UNIX_COMMAND "${flags}")
+  run("${CXX}" -std=c++17 "${CONSUMER_DIR}/main.cpp" ${flags}
+      "-Wl,-rpath,${prefix}/lib" -o "${WORK_DIR}/consumer-pkg-config")
+  run("${WORK_DIR}/consumer-pkg-config")
+else()
+  message(STATUS "pkg-config or a C++ compiler not found: the pkg-config build is not checked")
+endif()
