@@ -153,40 +153,44 @@ Json DescribeConfiguration() {
 
 void PrintConfiguration(const Json& iDescription) {
   const std::string source = iDescription["source"];
-  std::cout << "Configuration\n";
+  const std::string labels[] = {Say("Source", "Source"), Say("Declarations", "Declarations"),
+                                Say("Catalogues", "Catalogues"), Say("Language", "Language"),
+                                Say("Settings", "Settings")};
+  const std::size_t width = ColumnWidth({std::begin(labels), std::end(labels)});
+  std::cout << Say("Configuration", "Configuration") << '\n';
+  std::cout << "  " << Pad(labels[0], width);
   if (source == "bundled") {
-    std::cout << "  " << Pad("Source", 14) << "bundled sample configuration in "
-              << iDescription["directory"].get<std::string>() << '\n';
+    std::cout << Say("Source.Bundled", "bundled sample configuration in {1}",
+                     {iDescription["directory"].get<std::string>()});
   } else if (source == "option") {
-    std::cout << "  " << Pad("Source", 14) << "--config "
-              << iDescription["directory"].get<std::string>() << '\n';
+    std::cout << "--config " << iDescription["directory"].get<std::string>();
   } else {
-    std::cout << "  " << Pad("Source", 14) << "environment variables\n";
+    std::cout << Say("Source.Environment", "environment variables");
   }
-  std::cout << "  " << Pad("Declarations", 14)
+  std::cout << '\n';
+  std::cout << "  " << Pad(labels[1], width)
             << Join(iDescription["declaration_path"].get<std::vector<std::string>>(), ":") << '\n';
-  std::cout << "  " << Pad("Catalogues", 14)
+  std::cout << "  " << Pad(labels[2], width)
             << Join(iDescription["catalogue_path"].get<std::vector<std::string>>(), ":") << '\n';
   std::vector<std::string> levels;
   for (const std::string& level : iDescription["language_levels"].get<std::vector<std::string>>()) {
-    levels.push_back(level.empty() ? "default texts" : level);
+    levels.push_back(level.empty() ? Say("Language.Default", "default texts") : level);
   }
-  std::string language = Join(levels, ", then ");
+  std::string language = Join(levels, Say("Language.Then", ", then "));
   if (!iDescription["language_variable"].is_null()) {
     language += " (" + iDescription["language_variable"].get<std::string>() + "=" +
                 iDescription["language"].get<std::string>() + ")";
   }
-  std::cout << "  " << Pad("Language", 14) << language << '\n';
-  std::cout << "  " << Pad("Settings", 14);
+  std::cout << "  " << Pad(labels[3], width) << language << '\n';
+  std::cout << "  " << Pad(labels[4], width);
   if (iDescription["settings_file"].is_null()) {
-    std::cout << "none (KOR_ADMIN_SETTINGS is not set)\n";
+    std::cout << Say("Settings.Unset", "none (KOR_ADMIN_SETTINGS is not set)") << '\n';
   } else {
     const std::string state = iDescription["settings_state"];
-    std::cout << iDescription["settings_file"].get<std::string>()
-              << (state == "absent"       ? " (no such file)"
-                  : state == "unreadable" ? " (cannot be read)"
-                                          : "")
-              << '\n';
+    std::cout << iDescription["settings_file"].get<std::string>();
+    if (state == "absent") std::cout << ' ' << Say("Settings.Absent", "(no such file)");
+    if (state == "unreadable") std::cout << ' ' << Say("Settings.Unreadable", "(cannot be read)");
+    std::cout << '\n';
   }
 }
 

@@ -71,15 +71,21 @@ Json ToJson(const PathFacts& iPaths) {
 }
 
 void Print(const PathFacts& iPaths) {
-  auto line = [](const char* iLabel, const std::string& iValue) {
-    std::cout << "  " << Pad(iLabel, 18) << (iValue.empty() ? "(empty)" : iValue) << '\n';
+  const std::string labels[] = {
+      Say("Paths.BRIXFiles", "BRIX files"), Say("Paths.GraphFiles", "Graph files"),
+      Say("Paths.QueryFiles", "Query files"), Say("Paths.HistoryFile", "History file"),
+      Say("Paths.StartUpSession", "Start-up session")};
+  const std::size_t width = ColumnWidth({std::begin(labels), std::end(labels)});
+  auto line = [width](const std::string& iLabel, const std::string& iValue) {
+    std::cout << "  " << Pad(iLabel, width) << (iValue.empty() ? Say("Empty", "(empty)") : iValue)
+              << '\n';
   };
-  std::cout << "Paths\n";
-  line("BRIX files", iPaths.brixFiles);
-  line("Graph files", iPaths.graphFiles);
-  line("Query files", iPaths.queryFiles);
-  line("History file", iPaths.historyFile);
-  line("Start-up session", iPaths.startUpSession ? "yes" : "no");
+  std::cout << Say("Paths", "Paths") << '\n';
+  line(labels[0], iPaths.brixFiles);
+  line(labels[1], iPaths.graphFiles);
+  line(labels[2], iPaths.queryFiles);
+  line(labels[3], iPaths.historyFile);
+  line(labels[4], iPaths.startUpSession ? Say("Yes", "yes") : Say("No", "no"));
 }
 
 // --- Viewers -------------------------------------------------------------------------
@@ -138,12 +144,18 @@ void Print(const std::vector<ObjectFact>& iObjects) {
       ++viewerCount;
     }
   }
-  std::cout << "Viewers (" << iObjects.size() << (iObjects.size() == 1 ? " object, " : " objects, ")
-            << viewerCount << (viewerCount == 1 ? " viewer)\n" : " viewers)\n");
-  if (iObjects.empty()) std::cout << "  (none)\n";
+  const std::string objects = std::to_string(iObjects.size());
+  const std::string viewers = std::to_string(viewerCount);
+  std::cout << Say("Viewers", "Viewers ({1}, {2})",
+                   {iObjects.size() == 1 ? Say("Viewers.Object", "{1} object", {objects})
+                                         : Say("Viewers.Objects", "{1} objects", {objects}),
+                    viewerCount == 1 ? Say("Viewers.Viewer", "{1} viewer", {viewers})
+                                     : Say("Viewers.Viewers", "{1} viewers", {viewers})})
+            << '\n';
+  if (iObjects.empty()) std::cout << "  " << Say("None", "(none)") << '\n';
   for (const ObjectFact& object : iObjects) {
     if (object.name.empty()) {
-      std::cout << "  (no object)\n";
+      std::cout << "  " << Say("Viewers.NoObject", "(no object)") << '\n';
     } else {
       std::cout << "  " << Pad(object.name, objectWidth + 2) << object.label << '\n';
     }
@@ -234,12 +246,13 @@ void Print(const std::vector<SessionFileFact>& iFiles) {
     width = std::max(width, Width(file.kind + " : " + file.shown));
     sizeWidth = std::max(sizeWidth, std::to_string(file.size).size());
   }
-  std::cout << "Session files (" << iFiles.size() << ")\n";
-  if (iFiles.empty()) std::cout << "  (none)\n";
+  std::cout << Say("SessionFiles", "Session files ({1})", {std::to_string(iFiles.size())}) << '\n';
+  if (iFiles.empty()) std::cout << "  " << Say("None", "(none)") << '\n';
+  const std::string bytes = Say("SessionFiles.Bytes", "bytes");
   for (const SessionFileFact& file : iFiles) {
     const std::string size = std::to_string(file.size);
     std::cout << "  " << Pad(file.kind + " : " + file.shown, width + 2)
-              << std::string(sizeWidth - size.size(), ' ') << size << " bytes  "
+              << std::string(sizeWidth - size.size(), ' ') << size << ' ' << bytes << "  "
               << FormatTime(file.modified, false) << '\n';
   }
 }

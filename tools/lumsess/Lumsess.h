@@ -65,6 +65,13 @@ std::size_t Width(const std::string& iText);
 std::string Join(const std::vector<std::string>& iItems, const std::string& iSeparator);
 // iText between double quotes.
 std::string Quote(const std::string& iText);
+// The tool's own text under iKey in the "lumsess" message catalogue, in the
+// user's language, with "{1}", "{2}", ... replaced by iParameters; iEnglish
+// (with the same replacements) when the catalogue or the key is missing.
+std::string Say(const char* iKey, const char* iEnglish,
+                const std::vector<std::string>& iParameters = {});
+// The widest of the texts, in characters, plus two blanks.
+std::size_t ColumnWidth(const std::vector<std::string>& iTexts);
 // Writes a JSON document on standard output, indented, with a final newline.
 void PrintJson(const Json& iDocument);
 

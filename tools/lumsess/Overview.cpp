@@ -32,7 +32,9 @@ int RunOverview(const GlobalOptions& iGlobal) {
   std::cout << '\n';
   Print(files);
   for (const std::string& directory : missing) {
-    std::cout << "  (the directory " << directory << " does not exist)\n";
+    std::cout << "  "
+              << Say("SessionFiles.Missing", "(the directory {1} does not exist)", {directory})
+              << '\n';
   }
   return kSuccess;
 }

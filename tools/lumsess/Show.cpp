@@ -158,8 +158,11 @@ int RunShow(const GlobalOptions& iGlobal) {
          {"instance_mode", static_cast<int>(file.GetInstanceMode())},
          {"options", file.GetOption()}});
   } else {
-    std::cout << "Display line  " << display << '\n';
-    std::cout << "String form   " << form << '\n';
+    const std::string displayLabel = Say("Show.Display", "Display line");
+    const std::string formLabel = Say("Show.String", "String form");
+    const std::size_t width = ColumnWidth({displayLabel, formLabel});
+    std::cout << Pad(displayLabel, width) << display << '\n';
+    std::cout << Pad(formLabel, width) << form << '\n';
   }
   return kSuccess;
 }

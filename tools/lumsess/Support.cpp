@@ -1,6 +1,9 @@
 // lumsess: error reporting and text helpers shared by the commands.
+#include <algorithm>
 #include <iostream>
 
+#include "KORError.h"
+#include "KORMsgCatalog.h"
 #include "Lumsess.h"
 
 namespace lumsess {
@@ -40,6 +43,27 @@ std::string Join(const std::vector<std::string>& iItems, const std::string& iSep
     text += iItems[i];
   }
   return text;
+}
+
+std::string Say(const char* iKey, const char* iEnglish,
+                const std::vector<std::string>& iParameters) {
+  KORListValKORUnicodeString parameters;
+  for (const std::string& parameter : iParameters) parameters.Append(parameter.c_str());
+  const KORMsgCatalog catalog("lumsess");
+  KORUnicodeString text;
+  KORXHContext context;
+  if (context.Protect([&] { catalog.GetMsg(iKey).BuildMessage(&text, parameters); }) != 0) {
+    context.Release();  // no catalogue, or no such key: the English text
+    text.Reset();
+  }
+  if (text.GetLengthInChar() == 0) KORMsg(iEnglish).BuildMessage(&text, parameters);
+  return Text(text);
+}
+
+std::size_t ColumnWidth(const std::vector<std::string>& iTexts) {
+  std::size_t width = 0;
+  for (const std::string& text : iTexts) width = std::max(width, Width(text));
+  return width + 2;
 }
 
 std::string Quote(const std::string& iText) { return "\"" + iText + "\""; }
