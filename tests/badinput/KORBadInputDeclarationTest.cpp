@@ -13,6 +13,7 @@
 #include "KORLumPool.h"
 #include "KORLumSessionFileUtilities.h"
 #include "MethodListFile.h"
+#include "TraceCapture.h"
 
 using namespace std::string_literals;
 
@@ -49,12 +50,20 @@ TEST(KORBadInputDeclaration, MissingDirectoryGivesAnEmptyCatalogue) {
   EXPECT_EQ(std::string(Utilities::GetNLSViewer("Viewer3D").View()), "Viewer3D");
 }
 
-TEST(KORBadInputDeclaration, MissingDirectoryMakesThePathsFallBackToPwd) {
+TEST(KORBadInputDeclaration, MissingDirectoryMakesThePathsFallBackToPwdAndSaysSo) {
   BadInputConfiguration configuration;
   ::setenv("KOR_DCLS_PATH", configuration.PathOf("no/such/directory").c_str(), 1);
   ::setenv("PWD", "/home/u", 1);
+  TraceCapture trace;
   EXPECT_EQ(BrixFilesPath(), "/home/u/");
   EXPECT_EQ(std::string(Utilities::GetGraphFilesPath().View()), "/home/u/");
+  // Each fallback says so in the trace.
+  EXPECT_NE(trace.Text().find("Problem while retrieving DCLS - defaulting to $PWD"),
+            std::string::npos)
+      << trace.Text();
+  EXPECT_NE(trace.Text().find("Problem while retrieving DCLS - defaulting to BRIX files path"),
+            std::string::npos)
+      << trace.Text();
 }
 
 TEST(KORBadInputDeclaration, DirectoryInPlaceOfTheFileIsReportedAndSkipped) {
