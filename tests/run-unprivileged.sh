@@ -14,8 +14,7 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 passed=0
 failed=0
-for executable in "$build"/tests/KORPlatformTests "$build"/tests/VX0SESS0Tests; do
-  [ -x "$executable" ] || continue
+while read -r executable; do
   while read -r name; do
     [ -n "$name" ] || continue
     if setpriv --reuid=65534 --regid=65534 --clear-groups \
@@ -31,6 +30,6 @@ for executable in "$build"/tests/KORPlatformTests "$build"/tests/VX0SESS0Tests; 
     fi
   done < <("$executable" --gtest_list_tests --gtest_filter="$filter" |
            awk '/^[^ ]/ {suite=$1} /^  / {print suite $1}')
-done
+done < <(find "$build/tests" -type f -perm -u+x -name '*Tests' | sort)
 echo "Unprivileged file-permission tests: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
