@@ -1,0 +1,44 @@
+// Resource files that can be opened but are not plain readable files: each is
+// unreadable, and the reason is reported as the file's only problem.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "KORResourceFile.h"
+#include "TemporaryDirectory.h"
+
+namespace {
+
+std::string ProblemsOf(const KORResourceFile& iFile) {
+  const KORListValKORUnicodeString problems = iFile.GetProblems();
+  std::string text;
+  for (int i = 1; i <= problems.Size(); ++i) text.append(problems[i].View()).append("\n");
+  return text;
+}
+
+}  // namespace
+
+TEST(KORResourceFileSpecialFiles, FifoIsNotARegularFile) {
+  // Opened without waiting for a writer, then refused.
+  TemporaryDirectory directory;
+  const std::string path = directory.PathOf("pipe.dcls");
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const KORResourceFile file = KORResourceFile::Load(path.c_str());
+  EXPECT_EQ(file.GetState(), KORResourceFile::Unreadable);
+  EXPECT_EQ(ProblemsOf(file), path + ": is not a regular file\n");
+  EXPECT_EQ(file.GetSize(), 0);
+}
+
+TEST(KORResourceFileSpecialFiles, ReadErrorIsReportedWithItsReason) {
+  // A regular file whose reading fails: the process's own memory, read from
+  // address 0, which is never mapped.
+  const char* path = "/proc/self/mem";
+  struct stat status {};
+  if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
+    GTEST_SKIP() << path << " is not a regular file here";
+  }
+  const KORResourceFile file = KORResourceFile::Load(path);
+  EXPECT_EQ(file.GetState(), KORResourceFile::Unreadable);
+  EXPECT_EQ(ProblemsOf(file), std::string(path) + ": cannot be read (Input/output error)\n");
+}
