@@ -76,6 +76,7 @@ class KORInterfaceVar {
   }
   // From a handle on a derived interface (e.g. services to KORBaseUnknown_var).
   template <typename U, typename = std::enable_if_t<std::is_convertible<U*, T*>::value>>
+  // cppcheck-suppress noExplicitConstructor ; implicit upcast, like a pointer's
   KORInterfaceVar(const KORInterfaceVar<U>& iOther) noexcept  // NOLINT: implicit upcast
       : _interface(iOther.Get()) {
     Take();
@@ -83,6 +84,8 @@ class KORInterfaceVar {
   KORInterfaceVar& operator=(KORInterfaceVar iOther) noexcept {
     T* previous = _interface;
     _interface = iOther._interface;
+    // iOther's destructor drops the reference that this handle held.
+    // cppcheck-suppress unreadVariable
     iOther._interface = previous;
     return *this;
   }

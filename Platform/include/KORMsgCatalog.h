@@ -57,6 +57,8 @@ class KORPLATFORM_API KORMsg {
  public:
   // An empty message.
   KORMsg() = default;
+  // Takes iText by value and moves it in (a caller's temporary is never copied).
+  // cppcheck-suppress passedByValue
   explicit KORMsg(KORUnicodeString iText) noexcept : _text(std::move(iText)) {}
 
   // Sets *oText to the message text unchanged (no parameter is substituted,

@@ -22,6 +22,8 @@ class KORPLATFORM_API KORString {
   // Empty string.
   KORString() = default;
   // Copies the NUL-terminated text; a null pointer gives the empty string.
+  // Implicit on purpose: callers pass literals where a string is expected.
+  // cppcheck-suppress noExplicitConstructor
   KORString(const char* iText);  // NOLINT(google-explicit-constructor): platform string
   // Copies iLength bytes (which may include NUL bytes).
   KORString(const char* iText, std::size_t iLength);

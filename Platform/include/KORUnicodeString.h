@@ -36,6 +36,8 @@ class KORPLATFORM_API KORUnicodeString {
   // The empty string.
   KORUnicodeString() noexcept = default;
   // From NUL-terminated UTF-8; a null pointer gives the empty string.
+  // Implicit on purpose: callers pass literals where a string is expected.
+  // cppcheck-suppress noExplicitConstructor
   KORUnicodeString(const char* iUtf8);  // NOLINT(google-explicit-constructor): platform string
   // From iByteLength bytes of UTF-8 (which may hold NUL bytes).
   KORUnicodeString(const char* iUtf8, std::size_t iByteLength);

@@ -37,7 +37,7 @@ int KORListValKORUnicodeString::Locate(const KORUnicodeString& iValue, int iFrom
 int KORListValKORUnicodeString::RemoveValue(const KORUnicodeString& iValue) {
   // iValue may be one of the elements (list.RemoveValue(list[1])), which the
   // removal overwrites: compare with a copy.
-  const KORUnicodeString value(iValue);
+  const KORUnicodeString value(iValue);  // NOLINT(performance-unnecessary-copy-initialization)
   const auto before = _values.size();
   _values.erase(std::remove(_values.begin(), _values.end(), value), _values.end());
   return static_cast<int>(before - _values.size());

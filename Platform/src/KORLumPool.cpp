@@ -28,6 +28,8 @@ Pool& ThePool() {
   return pool;
 }
 
+// LoadPool updates the search found through the returned pointer.
+// cppcheck-suppress constParameter
 Search* FindSearch(Pool& ioPool, std::string_view iName) {
   for (Search& search : ioPool.searches) {
     if (search.name == iName) return &search;

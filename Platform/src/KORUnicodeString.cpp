@@ -150,7 +150,8 @@ int FormatNumber(const char* iFormat, Number iValue, std::string& oText) {
   const int size = std::snprintf(nullptr, 0, iFormat, iValue);
   if (size < 0) return 1;
   oText.assign(static_cast<std::size_t>(size) + 1, '\0');
-  std::snprintf(oText.data(), oText.size(), iFormat, iValue);
+  // Writes the size measured above: its count is known already.
+  (void)std::snprintf(oText.data(), oText.size(), iFormat, iValue);
   oText.resize(static_cast<std::size_t>(size));
   return 0;
 }

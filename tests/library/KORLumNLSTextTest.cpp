@@ -24,7 +24,10 @@ std::string Text(const KORUnicodeString& iText) { return iText.ConvertToChar(); 
 struct ValueTextCase {
   const char* name;
   std::function<KORUnicodeString()> text;
+  // Both read through GetParam(), which cppcheck does not follow.
+  // cppcheck-suppress unusedStructMember
   const char* untranslated;
+  // cppcheck-suppress unusedStructMember
   const char* french;
 };
 

@@ -222,7 +222,7 @@ TEST(KORLumSessionFileDef, AssigningADefinitionWithListsReplacesTheTargetsLists)
 
 TEST(KORLumSessionFileDef, SelfAssignmentKeepsTheValue) {
   KORLumSessionFileDef def(kGraph, "Graph", "hub", StringList({"V1", "V2"}));
-  KORLumSessionFileDef& alias = def;
+  const KORLumSessionFileDef& alias = def;
   def = alias;
   EXPECT_EQ(def.GetName(), "Graph");
   EXPECT_EQ(ListText(def.GetViewers()), "[V1] [V2]");

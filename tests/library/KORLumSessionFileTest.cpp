@@ -190,7 +190,7 @@ TEST(KORLumSessionFile, AssignmentCopiesAllSevenMembers) {
 
 TEST(KORLumSessionFile, SelfAssignmentKeepsTheValue) {
   KORLumSessionFile file = GraphFile();
-  KORLumSessionFile& alias = file;
+  const KORLumSessionFile& alias = file;
   file = alias;
   EXPECT_EQ(file == GraphFile(), 1);
 }
@@ -397,7 +397,7 @@ TEST(KORLumSessionFileTrace, AssignmentWritesTheSourceInSevenBracketedLines) {
 
 TEST(KORLumSessionFileTrace, SelfAssignmentWritesTheSevenBracketedLines) {
   KORLumSessionFile file = GraphFile();
-  KORLumSessionFile& alias = file;
+  const KORLumSessionFile& alias = file;
   TraceCapture capture;
   file = alias;
   EXPECT_EQ(capture.Lines(), GraphFileOperandLines("   KORLumSessionFile::operator = "));

@@ -166,6 +166,8 @@ std::vector<std::string> RunTranslatedScenario() {
 }
 
 const std::vector<std::string> kTranslatedResults = {
+    // The first text is split over two lines (no comma is missing).
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma)
     "graph=Graphe : /home/user/projects/eng.../model.hub [Visualiseur 3D] [Dynamique] "
     "[Sélection] [Rapport, CSB]",
     "fromDef=Graphe : /data/plan.hub [Aucun visualiseur] [Statique] [Toutes]",

@@ -108,7 +108,7 @@ TEST(KORLumViewerBag, AssigningABagWithNoViewersLeavesTheTargetWithNone) {
 
 TEST(KORLumViewerBag, SelfAssignmentKeepsTheValue) {
   KORLumViewerBag bag("Part", StringList({"Viewer3D"}));
-  KORLumViewerBag& alias = bag;
+  const KORLumViewerBag& alias = bag;
   bag = alias;
   EXPECT_EQ(bag.GetObject(), "Part");
   ASSERT_EQ(bag.GetNumberOfViewers(), 1);

@@ -104,7 +104,7 @@ TEST(KORLumViewerDef, AssignmentReplacesBothFields) {
 
 TEST(KORLumViewerDef, SelfAssignmentKeepsTheValue) {
   KORLumViewerDef def("Part", "Viewer3D");
-  KORLumViewerDef& alias = def;
+  const KORLumViewerDef& alias = def;
   def = alias;
   EXPECT_EQ(def.ConvertToString(), "Part.Viewer3D");
 }

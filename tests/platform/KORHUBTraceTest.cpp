@@ -136,8 +136,8 @@ TEST(KORHUBTrace, LinesAreAppendedToTheTraceFile) {
     WriteLine(scope, "x = 1");
   }
   EXPECT_EQ(ReadFile(path), "earlier line\n   Unit::Operation x = 1\n");
-  std::remove(path.c_str());
-  std::remove(directory);
+  (void)std::remove(path.c_str());  // clean-up only
+  (void)std::remove(directory);
 }
 
 TEST(KORHUBTrace, UnopenableTraceFileLeavesLinesOnStandardError) {
@@ -189,9 +189,11 @@ TEST(KORHUBTrace, LinesOfSeveralThreadsNeverInterleave) {
   constexpr int kThreads = 4;
   constexpr int kLines = 500;
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([t] {
-      const std::string text = "thread " + std::to_string(t) + " " + std::string(200, 'a' + t);
+      const std::string text =
+          "thread " + std::to_string(t) + " " + std::string(200, static_cast<char>('a' + t));
       for (int i = 0; i < kLines; ++i) {
         KORHUBTrace scope("Unit::Operation", 53, 0);
         WriteLine(scope, text.c_str());

@@ -16,6 +16,11 @@ struct SettingsFixture {
     path = directory.Write("admin.settings", iContent);
     setenv("KOR_ADMIN_SETTINGS", path.c_str(), 1);
   }
+  // Removes the settings file with its directory: a fixture that a test
+  // never reads still does its work.
+  ~SettingsFixture() = default;
+  SettingsFixture(const SettingsFixture&) = delete;
+  SettingsFixture& operator=(const SettingsFixture&) = delete;
   TemporaryDirectory directory;
   std::string path;
 };

@@ -19,7 +19,8 @@ namespace {
 // Runs iProgram (a path without blanks) and gives what it printed.
 std::string RunAndRead(const std::string& iProgram) {
   std::string output;
-  FILE* pipe = ::popen(iProgram.c_str(), "r");
+  // The probe is a program of this build, run as an installed client would.
+  FILE* pipe = ::popen(iProgram.c_str(), "r");  // NOLINT(cert-env33-c)
   if (pipe == nullptr) return "<cannot run " + iProgram + ">";
   char buffer[4096];
   for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {

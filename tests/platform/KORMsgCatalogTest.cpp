@@ -25,7 +25,7 @@ std::string Lookup(const char* iCatalog, const char* iKey) {
   delete catalog;
   if (raised) {
     EXPECT_TRUE(context.IsKindOf(KORNLSCatalogError::ClassName()));
-    const std::string diagnostic = std::string("<raised: ") + context.GetDiagnostic().c_str() + ">";
+    std::string diagnostic = std::string("<raised: ") + context.GetDiagnostic().c_str() + ">";
     context.Release();
     return diagnostic;
   }

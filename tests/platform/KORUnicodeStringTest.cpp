@@ -308,6 +308,7 @@ TEST(KORUnicodeString, MoveConstructionLeavesTheSourceEmptyAndUsable) {
   KORUnicodeString target(std::move(source));
   EXPECT_STREQ(target.ConvertToChar(), kMixed);
   EXPECT_EQ(target.GetLengthInChar(), 5);
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.Move): the moved-from state is what is tested
   EXPECT_EQ(source.GetLengthInChar(), 0);  // NOLINT(bugprone-use-after-move): tested on purpose
   EXPECT_STREQ(source.ConvertToChar(), "");
   source.Append("é");
@@ -321,6 +322,7 @@ TEST(KORUnicodeString, MoveAssignmentLeavesTheSourceEmptyAndUsable) {
   target = std::move(source);
   EXPECT_STREQ(target.ConvertToChar(), kMixed);
   EXPECT_EQ(target.GetLengthInChar(), 5);
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.Move): the moved-from state is what is tested
   EXPECT_EQ(source.GetLengthInChar(), 0);  // NOLINT(bugprone-use-after-move): tested on purpose
   EXPECT_STREQ(source.ConvertToChar(), "");
 }

@@ -56,7 +56,7 @@ std::string TemporaryDirectory::Write(std::string_view iRelative, std::string_vi
 }
 
 std::string TemporaryDirectory::MakeDirectory(std::string_view iRelative) const {
-  const std::string path = PathOf(iRelative);
+  std::string path = PathOf(iRelative);
   fs::create_directories(path);
   return path;
 }

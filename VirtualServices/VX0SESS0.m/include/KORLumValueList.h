@@ -160,7 +160,9 @@ KORLumValueList<T>::~KORLumValueList() {
   delete _slots;
 }
 
+// The list keeps its own collection of slots, emptied and refilled.
 template <typename T>
+// cppcheck-suppress operatorEqVarError
 KORLumValueList<T>& KORLumValueList<T>::operator=(const KORLumValueList& iCopy) {
   if (&iCopy == this) return *this;
   DestroyAllElements();
@@ -173,7 +175,7 @@ template <typename T>
 void KORLumValueList<T>::Append(const T& iValue) {
   std::unique_ptr<T> element = NewElement(iValue);
   _slots->Append(element.get());
-  element.release();
+  (void)element.release();  // owned by the list from now on
 }
 
 template <typename T>
@@ -268,7 +270,7 @@ template <typename T>
 void KORLumEditableValueList<T>::InsertAt(int iIndex, const T& iValue) {
   std::unique_ptr<T> element = this->NewElement(iValue);
   this->Slots().InsertAt(iIndex, element.get());
-  element.release();
+  (void)element.release();  // owned by the list from now on
 }
 
 template <typename T>
@@ -284,7 +286,10 @@ void KORLumEditableValueList<T>::Size(int iSize, const T* iFiller) {
   // The new slots are null until filled; a null slot is skipped wherever
   // elements are destroyed, so a copy failing half-way leaks nothing.
   slots.Size(iSize);
-  for (int i = size + 1; i <= iSize; ++i) slots[i] = this->NewElement(*iFiller).release();
+  // iFiller is not null when the list grows: the caller's precondition above.
+  for (int i = size + 1; i <= iSize; ++i) {
+    slots[i] = this->NewElement(*iFiller).release();  // NOLINT(clang-analyzer-core.NonNull*)
+  }
 }
 
 template <typename T>

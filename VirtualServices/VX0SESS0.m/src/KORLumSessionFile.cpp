@@ -264,7 +264,7 @@ KORUnicodeString KORLumSessionFile::GetNLSFile() const {
   // base name whole and as much of its head as fits in 32 characters with
   // the base name, with ".../" in place of the rest.
   constexpr int kShownWhole = 32;
-  const KORUnicodeString file = _file;
+  KORUnicodeString file = _file;
   const int length = file.GetLengthInChar();
   if (length <= kShownWhole) return file;
   const int lastSlash = file.FindLast("/");

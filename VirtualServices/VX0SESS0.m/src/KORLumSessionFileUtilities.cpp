@@ -27,7 +27,10 @@ namespace {
 // The viewer catalogue: one bag per object, the objects and their translated
 // names (index for index), the viewers and their translated labels (index
 // for index).
-KORListValKORLumViewerBag gViewerBags;
+// Its constructor allocates, so it might throw at load; the module's order of
+// construction and destruction is part of its behaviour, and a failed
+// allocation while the library loads cannot be recovered from anyway.
+KORListValKORLumViewerBag gViewerBags;  // NOLINT(cert-err58-cpp)
 KORListValKORUnicodeString gObjects;
 KORListValKORUnicodeString gNLSObjects;
 KORListValKORUnicodeString gViewers;
@@ -136,6 +139,15 @@ KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
 
 // --- Viewer catalogue -----------------------------------------------------------
 
+// One field of the METHOD_LIST entry numbered iIndex: the key iKeyPattern
+// with "%d" replaced by iIndex. Sets oStatus to 0 when the key is declared.
+KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, const char* iKeyPattern,
+                                int& oStatus) {
+  KORUnicodeString key(iKeyPattern);
+  key.ReplaceSubString("%d", iIndex);
+  return KORLumPool::GetStringDec(key, oStatus);
+}
+
 // Reads the METHOD_LIST table of the loaded "KORBRIX" resource into the
 // catalogue: entries 1, 2, ... up to the first one without WHERE, or the
 // first kept entry without COMMAND, TAG or KORAB. An entry is kept when its
@@ -148,17 +160,9 @@ void ReadMethodList(KORLumTrace& ioTrace) {
   do {
     KORUnicodeString index;
     index.BuildFromNum(n, "%d");
-    auto read = [&index, &status](const char* iKeyPattern) {
-      KORUnicodeString key(iKeyPattern);
-      key.ReplaceSubString("%d", index);
-      return KORLumPool::GetStringDec(key, status);
-    };
-    const KORUnicodeString where = read("KORBRIX.METHOD_LIST(%d).WHERE");
-    if (status != 0) {
-      ++n;
-      break;
-    }
-    KORUnicodeString role = read("KORBRIX.METHOD_LIST(%d).ROLE");
+    const KORUnicodeString where = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).WHERE", status);
+    if (status != 0) break;
+    KORUnicodeString role = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).ROLE", status);
     if (status != 0) {  // a missing ROLE only skips the entry
       role.Reset();
       status = 0;
@@ -167,16 +171,11 @@ void ReadMethodList(KORLumTrace& ioTrace) {
       ++n;
       continue;
     }
-    const KORUnicodeString command = read("KORBRIX.METHOD_LIST(%d).COMMAND");
-    if (status != 0) {
-      ++n;
-      break;
-    }
-    const KORUnicodeString tag = read("KORBRIX.METHOD_LIST(%d).TAG");
-    if (status != 0) {
-      ++n;
-      break;
-    }
+    const KORUnicodeString command =
+        ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).COMMAND", status);
+    if (status != 0) break;
+    const KORUnicodeString tag = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).TAG", status);
+    if (status != 0) break;
 
     gViewers.Append(command);
     ioTrace.Line("[", gViewers.Size(), "] - Viewer     = [", command, "]");
@@ -191,7 +190,7 @@ void ReadMethodList(KORLumTrace& ioTrace) {
     // the two lines of an entry on it.
     ioTrace.Line("[", gNLSViewers.Size(), "] - NLS Viewer = [", command, "]");
 
-    const KORUnicodeString object = read("KORBRIX.METHOD_LIST(%d).KORAB");
+    const KORUnicodeString object = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).KORAB", status);
     if (status == 0 && object.GetLengthInChar() >= 1) {
       const auto known = bagOfObject.find(object);
       if (known != bagOfObject.end()) {
@@ -354,7 +353,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSType(const _KORLumSessionFile
   static constexpr ValueText kListed[] = {{KORLumSessionFileType_Query, "TypeQuery.Msg", "Query"},
                                           {KORLumSessionFileType_Graph, "TypeGraph.Msg", "Graph"}};
   static constexpr ValueText kOther = {KORLumSessionFileType_None, "TypeNone.Msg", "None"};
-  const KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
+  KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
   trace.Value("NLSType", NLSType);
   return NLSType;
 }
@@ -367,7 +366,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSLoadMode(
       {KORLumGraphSessionLoadMode_Dynamic, "LoadModeDynamic.Msg", "Dynamic"},
       {KORLumGraphSessionLoadMode_Static, "LoadModeStatic.Msg", "Static"}};
   static constexpr ValueText kOther = {KORLumGraphSessionLoadMode_None, "LoadModeNone.Msg", "None"};
-  const KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
+  KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
   trace.Value("NLSLoadMode", NLSLoadMode);
   return NLSLoadMode;
 }
@@ -381,7 +380,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSInstanceMode(
       {KORLumGraphSessionInstanceMode_Selected, "InstanceModeSelected.Msg", "Selected"}};
   static constexpr ValueText kOther = {KORLumGraphSessionInstanceMode_None, "InstanceModeNone.Msg",
                                        "None"};
-  const KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
+  KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
   trace.Value("NLSInstanceMode", NLSInstanceMode);
   return NLSInstanceMode;
 }
@@ -434,7 +433,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSNoViewer() {
 KORUnicodeString KORLumSessionFileUtilities::GetNLSObject(const KORUnicodeString& iObject) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSObject");
   trace.Value("iObject", iObject);
-  const KORUnicodeString NLSObject = TranslateName(iObject, gObjects, gNLSObjects);
+  KORUnicodeString NLSObject = TranslateName(iObject, gObjects, gNLSObjects);
   trace.Value("NLSObject", NLSObject);
   return NLSObject;
 }
@@ -442,7 +441,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSObject(const KORUnicodeString
 KORUnicodeString KORLumSessionFileUtilities::GetNLSViewer(const KORUnicodeString& iViewer) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewer");
   trace.Value("iViewer", iViewer);
-  const KORUnicodeString NLSViewer = TranslateName(iViewer, gViewers, gNLSViewers);
+  KORUnicodeString NLSViewer = TranslateName(iViewer, gViewers, gNLSViewers);
   trace.Value("NLSViewer", NLSViewer);
   return NLSViewer;
 }
