@@ -1,7 +1,6 @@
 #include "KORLumSessionFileUtilities.h"
 
 #include <iostream>  // prepares the stream library for trace output
-#include <memory>
 #include <unordered_map>
 
 #include "KORDMTools.h"
@@ -116,12 +115,14 @@ KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
   return text;
 }
 
+const KORListValKORUnicodeString& LoadedViewers();
+
 // The translation of iName in iTranslations, index for index with iNames,
 // or iName itself when it is not listed or its translation is empty.
 KORUnicodeString TranslateName(const KORUnicodeString& iName,
                                const KORListValKORUnicodeString& iNames,
                                const KORListValKORUnicodeString& iTranslations) {
-  KORLumSessionFileUtilities::GetViewers();  // fills the catalogue on first use
+  LoadedViewers();  // fills the catalogue on first use
   KORUnicodeString translated;
   if (iNames.Size() > 0) {
     const int index = iNames.Locate(iName, 1);
@@ -211,6 +212,19 @@ void ReadMethodList(KORLumTrace& ioTrace) {
   } while (status == 0);
 }
 
+// The viewer catalogue, read on the first call, without a copy: what
+// GetViewers() returns, for the operations that only need the catalogue
+// filled or read. Traces as GetViewers() does, under its label.
+const KORListValKORUnicodeString& LoadedViewers() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetViewers");
+  if (gViewersLoaded) return gViewers;
+  // A resource that cannot be loaded leaves the catalogue empty for good.
+  if (KORLumPool::LoadPool("KORBRIX") == 0) ReadMethodList(trace);
+  gViewersLoaded = true;
+  trace.Line("Number of viewer(s) = [", gViewers.Size(), "]");
+  return gViewers;
+}
+
 }  // namespace
 
 KORLumSessionFileUtilities::KORLumSessionFileUtilities() {
@@ -272,20 +286,12 @@ KORUnicodeString KORLumSessionFileUtilities::GetHistoryFilePath() {
   return historyFilePath;
 }
 
-KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers() {
-  KORLumTrace trace("KORLumSessionFileUtilities::GetViewers");
-  if (gViewersLoaded) return gViewers;
-  // A resource that cannot be loaded leaves the catalogue empty for good.
-  if (KORLumPool::LoadPool("KORBRIX") == 0) ReadMethodList(trace);
-  gViewersLoaded = true;
-  trace.Line("Number of viewer(s) = [", gViewers.Size(), "]");
-  return gViewers;
-}
+KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers() { return LoadedViewers(); }
 
 KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers(const KORUnicodeString& iObject) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetViewers (object)");
   trace.Value("iObject", iObject);
-  GetViewers();
+  LoadedViewers();
   KORListValKORUnicodeString viewers;
   if (gViewerBags.Size() > 0) {
     // Objects are unique in the catalogue, and index for index with the bags.
@@ -298,14 +304,14 @@ KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers(const KORUnico
 
 KORListValKORLumViewerBag KORLumSessionFileUtilities::GetViewerBags() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetViewerBags");
-  GetViewers();
+  LoadedViewers();
   trace.Line("Number of viewer bag(s) = [", gViewerBags.Size(), "]");
   return gViewerBags;
 }
 
 KORListValKORLumViewerDef KORLumSessionFileUtilities::GetViewerDefs() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetViewerDefs");
-  GetViewers();
+  LoadedViewers();
   KORListValKORLumViewerDef defs;
   for (int i = 1; i <= gViewerBags.Size(); ++i) {
     const KORLumViewerBag& bag = gViewerBags[i];
@@ -325,15 +331,11 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
   trace.Value("iNLSMessageKey", iNLSMessageKey);
   trace.Value("iDefaultNLSMessage", iDefaultNLSMessage);
   KORUnicodeString result;
-  // The catalogue lives for this lookup only, and is released on every path.
-  std::unique_ptr<KORMsgCatalog> catalog;
   KORXHContext context;
   const int raised = context.Protect([&] {
-    catalog.reset(new KORMsgCatalog(iNLSDictionnary));
-    const KORMsg message = catalog->GetMsg(iNLSMessageKey);
-    KORUnicodeString text;
-    message.BuildMessage(&text);
-    result = text;
+    // The catalogue lives for this lookup only, and is released on every path.
+    const KORMsgCatalog catalog(iNLSDictionnary);
+    catalog.GetMsg(iNLSMessageKey).BuildMessage(&result);
   });
   if (raised) {
     if (!context.IsKindOf(KORNLSCatalogError::ClassName())) context.Raise();
@@ -448,12 +450,12 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSViewer(const KORUnicodeString
 
 KORListValKORUnicodeString KORLumSessionFileUtilities::GetNLSObjects() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSObjects");
-  GetViewers();
+  LoadedViewers();
   return gNLSObjects;
 }
 
 KORListValKORUnicodeString KORLumSessionFileUtilities::GetNLSViewers() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewers");
-  GetViewers();
+  LoadedViewers();
   return gNLSViewers;
 }
