@@ -2,14 +2,17 @@
 // to a baseline measured in the same run:
 //
 //   - GetNLS of a Graph session file with French catalogues and a loaded
-//     viewer catalogue, and with no catalogue file at all, against building
-//     the same line by appending its fixed texts;
+//     viewer catalogue, and with no catalogue file at all, against the same
+//     line built from glibc dgettext lookups of a compiled .mo catalogue
+//     (written with msgfmt in the benchmark's temporary directory), and
+//     against building it by appending its fixed texts;
 //   - where the time of a line without catalogues goes: one lookup of a
 //     missing text (raised and caught), one found text, and the platform's
 //     raise-and-catch of a catalogue error on its own;
-//   - the first reading of a METHOD_LIST table of 1,000 entries, against
-//     reading the same keys with KORLumPool directly (and 4,000 entries,
-//     to see that the reading grows linearly).
+//   - the first reading of a METHOD_LIST table of 1,000 and of 10,000
+//     entries with many distinct objects (two viewers per object), against
+//     reading the same keys with KORLumPool directly: the ratio of the two
+//     sizes tells how the reading grows.
 //
 // The library reads its viewer catalogue once per load. To measure that first
 // reading again and again, each iteration loads a private copy of the
@@ -18,12 +21,18 @@
 // own baseline, so that the reading's cost is the difference of the two.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
+#include <libintl.h>
 #include <stdlib.h>
+
+#include <clocale>
+#include <cstdlib>
 
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "KORError.h"
 #include "KORHUBTrace.h"
@@ -197,6 +206,89 @@ void DisplayLineByConcatenation(benchmark::State& ioState) {
 }
 BENCHMARK(DisplayLineByConcatenation);
 
+// Baseline: the same French line built with glibc's gettext. The seven texts
+// of the line (kind, viewer label, the two modes, the option separator and
+// the two options) are looked up with dgettext in .mo catalogues compiled by
+// msgfmt, and appended to a std::string with the shortened path.
+class GettextCatalogues {
+ public:
+  GettextCatalogues() {
+    WritePo("KORLumSessionFile", {{"TypeGraph.Msg", "Graphe"},
+                                  {"LoadModeDynamic.Msg", "Dynamique"},
+                                  {"InstanceModeSelected.Msg", "Sélection"},
+                                  {"OptionSeparator.Msg", ", "},
+                                  {"OptionReport.Msg", "Rapport"},
+                                  {"OptionCSB.Msg", "CSB"}});
+    WritePo("KORDMToolsManager", {{"Viewer3D.Label", "Visualiseur 3D"}});
+    // dgettext translates only outside the C locale: C.UTF-8 with LANGUAGE
+    // naming French (the catalogues are under fr/).
+    _previousLocale = std::setlocale(LC_MESSAGES, nullptr);
+    if (std::setlocale(LC_MESSAGES, "C.UTF-8") == nullptr) {
+      throw std::runtime_error("the C.UTF-8 locale is missing");
+    }
+    ::setenv("LANGUAGE", "fr", 1);
+    ::bindtextdomain("KORLumSessionFile", _configuration.Path().c_str());
+    ::bindtextdomain("KORDMToolsManager", _configuration.Path().c_str());
+    ::bind_textdomain_codeset("KORLumSessionFile", "UTF-8");
+    ::bind_textdomain_codeset("KORDMToolsManager", "UTF-8");
+  }
+  ~GettextCatalogues() {
+    ::unsetenv("LANGUAGE");
+    std::setlocale(LC_MESSAGES, _previousLocale.c_str());
+  }
+  GettextCatalogues(const GettextCatalogues&) = delete;
+  GettextCatalogues& operator=(const GettextCatalogues&) = delete;
+
+ private:
+  void WritePo(const std::string& iDomain,
+               std::initializer_list<std::pair<const char*, const char*>> iMessages) {
+    std::string po = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n";
+    for (const auto& [key, text] : iMessages) {
+      po += std::string("\nmsgid \"") + key + "\"\nmsgstr \"" + text + "\"\n";
+    }
+    const std::string directory = "fr/LC_MESSAGES/";
+    _configuration.Write(directory + iDomain + ".po", po);
+    const std::string stem = _configuration.Path() + "/" + directory + iDomain;
+    const std::string command = "msgfmt -o '" + stem + ".mo' '" + stem + ".po'";
+    if (std::system(command.c_str()) != 0) throw std::runtime_error("msgfmt failed");
+  }
+
+  Configuration _configuration;
+  std::string _previousLocale;
+};
+
+void DisplayLineWithDgettext(benchmark::State& ioState) {
+  GettextCatalogues catalogues;
+  const auto build = [] {
+    std::string line = ::dgettext("KORLumSessionFile", "TypeGraph.Msg");
+    line += " : ";
+    line += "/home/user/projects/eng.../model.hub";
+    line += " [";
+    line += ::dgettext("KORDMToolsManager", "Viewer3D.Label");
+    line += "] [";
+    line += ::dgettext("KORLumSessionFile", "LoadModeDynamic.Msg");
+    line += "] [";
+    line += ::dgettext("KORLumSessionFile", "InstanceModeSelected.Msg");
+    line += "] [";
+    line += ::dgettext("KORLumSessionFile", "OptionReport.Msg");
+    line += ::dgettext("KORLumSessionFile", "OptionSeparator.Msg");
+    line += ::dgettext("KORLumSessionFile", "OptionCSB.Msg");
+    line += "]";
+    return line;
+  };
+  if (build() !=
+      "Graphe : /home/user/projects/eng.../model.hub [Visualiseur 3D] [Dynamique] "
+      "[Sélection] [Rapport, CSB]") {
+    ioState.SkipWithError("dgettext did not translate the line");
+    return;
+  }
+  for (auto _ : ioState) {
+    std::string line = build();
+    benchmark::DoNotOptimize(line);
+  }
+}
+BENCHMARK(DisplayLineWithDgettext);
+
 // --- Where the time of a line without catalogues goes ---------------------------
 //
 // The Graph line with options Report and CSB looks up nine texts: the kind,
@@ -252,12 +344,13 @@ void RaiseAndCatchOfACatalogueError(benchmark::State& ioState) {
 }
 BENCHMARK(RaiseAndCatchOfACatalogueError);
 
-// --- First reading of a METHOD_LIST table of 1,000 entries (4,000 to see it grow) ---
+// --- First reading of a METHOD_LIST table of 1,000 and 10,000 entries ---
 
-// iEntries kept entries: viewers Viewer1, Viewer2, ..., ten per object, each
-// with a label; every object with a synonym.
+// iEntries kept entries: viewers Viewer1, Viewer2, ..., two per object (so
+// iEntries / 2 distinct objects), each with a label; every object with a
+// synonym.
 void WriteLargeViewerCatalogue(const Configuration& iConfiguration, int iEntries) {
-  const int objects = iEntries / 10;
+  const int objects = iEntries / 2;
   MethodListFile table;
   std::string labels;
   std::string synonyms;
@@ -335,7 +428,7 @@ void ViewerCatalogueFirstReadWithLoadAndUnload(benchmark::State& ioState) {
 }
 BENCHMARK(ViewerCatalogueFirstReadWithLoadAndUnload)
     ->Arg(1000)
-    ->Arg(4000)
+    ->Arg(10000)
     ->Unit(benchmark::kMicrosecond);
 
 // Baseline of the previous one: the same loading and unloading, without
@@ -358,7 +451,7 @@ void LoadAndUnloadOnly(benchmark::State& ioState) {
     }
   }
 }
-BENCHMARK(LoadAndUnloadOnly)->Arg(1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(LoadAndUnloadOnly)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 // Baseline: the same file loaded and its keys read with KORLumPool directly,
 // as the library reads them (five keys per entry, then the missing WHERE).
@@ -392,7 +485,7 @@ void MethodListReadWithThePool(benchmark::State& ioState) {
   }
   ioState.SetItemsProcessed(static_cast<int64_t>(ioState.iterations()) * entries);
 }
-BENCHMARK(MethodListReadWithThePool)->Arg(1000)->Arg(4000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(MethodListReadWithThePool)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

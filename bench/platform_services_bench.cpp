@@ -1,7 +1,8 @@
 // Costs of the platform services as the session-file library uses them: a
 // cached message lookup through a fresh catalogue object, a lookup of a key
 // that no file declares (raised and caught), a declaration lookup, and the
-// first load of a catalogue of 100,000 keys.
+// first load of a catalogue of 100,000 keys; RemoveDuplicates on lists of
+// 100 and 1,000 viewer names (with their copy, the baseline).
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 #include <unistd.h>
@@ -13,6 +14,7 @@
 #include <string>
 
 #include "KORError.h"
+#include "KORListValKORUnicodeString.h"
 #include "KORLumPool.h"
 #include "KORMsgCatalog.h"
 
@@ -146,6 +148,43 @@ void FirstLoadOfACatalogueOf100000Keys(benchmark::State& ioState) {
                             static_cast<int64_t>(text.size()));
 }
 BENCHMARK(FirstLoadOfACatalogueOf100000Keys)->Unit(benchmark::kMillisecond);
+
+// iSize viewer names, every name twice: "Viewer0", "Viewer1", ...,
+// "Viewer<iSize/2 - 1>", then the same names again.
+KORListValKORUnicodeString ViewerNames(int iSize) {
+  KORListValKORUnicodeString names;
+  for (int i = 0; i < iSize; ++i) {
+    names.Append(KORUnicodeString(("Viewer" + std::to_string(i % (iSize / 2))).c_str()));
+  }
+  return names;
+}
+
+// Each iteration copies the list and removes the duplicates of the copy.
+void RemoveDuplicatesOfViewerNames(benchmark::State& ioState) {
+  const int size = static_cast<int>(ioState.range(0));
+  const KORListValKORUnicodeString names = ViewerNames(size);
+  for (auto _ : ioState) {
+    KORListValKORUnicodeString copy = names;
+    const int removed = copy.RemoveDuplicates();
+    if (removed != size / 2) {
+      ioState.SkipWithError("RemoveDuplicates removed a wrong count");
+      return;
+    }
+    benchmark::DoNotOptimize(copy);
+  }
+  ioState.SetItemsProcessed(static_cast<int64_t>(ioState.iterations()) * size);
+}
+BENCHMARK(RemoveDuplicatesOfViewerNames)->Arg(100)->Arg(1000);
+
+// Baseline: the copy alone.
+void CopyOfViewerNames(benchmark::State& ioState) {
+  const KORListValKORUnicodeString names = ViewerNames(static_cast<int>(ioState.range(0)));
+  for (auto _ : ioState) {
+    KORListValKORUnicodeString copy = names;
+    benchmark::DoNotOptimize(copy);
+  }
+}
+BENCHMARK(CopyOfViewerNames)->Arg(100)->Arg(1000);
 
 }  // namespace
 
