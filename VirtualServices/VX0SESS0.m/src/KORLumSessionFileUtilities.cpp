@@ -1,6 +1,7 @@
 #include "KORLumSessionFileUtilities.h"
 
 #include <iostream>  // prepares the stream library for trace output
+#include <memory>
 #include <unordered_map>
 
 #include "KORDMTools.h"
@@ -333,9 +334,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
   KORUnicodeString result;
   KORXHContext context;
   const int raised = context.Protect([&] {
-    // The catalogue lives for this lookup only, and is released on every path.
-    const KORMsgCatalog catalog(iNLSDictionnary);
-    catalog.GetMsg(iNLSMessageKey).BuildMessage(&result);
+    // The catalogue object lives for this lookup only, on the heap as the
+    // catalogue service expects, and is released on every path.
+    const std::unique_ptr<KORMsgCatalog> catalog(new KORMsgCatalog(iNLSDictionnary));
+    catalog->GetMsg(iNLSMessageKey).BuildMessage(&result);
   });
   if (raised) {
     if (!context.IsKindOf(KORNLSCatalogError::ClassName())) context.Raise();
