@@ -8,7 +8,7 @@
 
 #include "KORAssert.h"
 
-#define KOR_PLATFORM_CHECK(condition)                                          \
+#define KOR_PLATFORM_CHECK(condition) \
   ((condition) ? static_cast<void>(0) : __assert(#condition, __FILE__, __LINE__))
 
 #endif
