@@ -21,6 +21,18 @@ constexpr _KORLumGraphSessionInstanceMode kInstanceNone = KORLumGraphSessionInst
 constexpr _KORLumGraphSessionInstanceMode kAll = KORLumGraphSessionInstanceMode_All;
 constexpr _KORLumGraphSessionInstanceMode kSelected = KORLumGraphSessionInstanceMode_Selected;
 
+// Checks that iFile is a None value as the constructors leave it: no file, no
+// viewer name, the no-viewer definition, default modes, and iOption kept.
+void ExpectNormalisedNone(const KORLumSessionFile& iFile, unsigned long iOption) {
+  EXPECT_EQ(iFile.GetType(), kNone);
+  EXPECT_EQ(iFile.GetFile(), "");
+  EXPECT_EQ(iFile.GetViewer(), "");
+  EXPECT_EQ(iFile.GetViewerDef() == KORLumViewerDef::GetNoViewerDef(), 1);
+  EXPECT_EQ(iFile.GetLoadMode(), kDynamic);
+  EXPECT_EQ(iFile.GetInstanceMode(), kAll);
+  EXPECT_EQ(iFile.GetOption(), iOption);
+}
+
 // A Graph session file opened with Viewer3D, Dynamic, Selected, options R and C.
 KORLumSessionFile GraphFile() {
   return KORLumSessionFile(kGraph, "/data/model.hub", KORUnicodeString("Viewer3D"), kDynamic,
@@ -62,24 +74,13 @@ TEST(KORLumSessionFile, GraphKeepsLoadModeTwo) {
 TEST(KORLumSessionFile, NoneFromAViewerNameLosesFileAndViewerAndGetsDefaultModes) {
   KORLumSessionFile file(kNone, "/data/model.hub", KORUnicodeString("Viewer3D"), kStatic, kSelected,
                          5UL);
-  EXPECT_EQ(file.GetType(), kNone);
-  EXPECT_EQ(file.GetFile(), "");
-  EXPECT_EQ(file.GetViewer(), "");
-  EXPECT_EQ(file.GetViewerDef() == KORLumViewerDef::GetNoViewerDef(), 1);
-  EXPECT_EQ(file.GetLoadMode(), kDynamic);
-  EXPECT_EQ(file.GetInstanceMode(), kAll);
-  EXPECT_EQ(file.GetOption(), 5UL);
+  ExpectNormalisedNone(file, 5UL);
 }
 
 TEST(KORLumSessionFile, NoneFromAViewerDefinitionLosesFileAndDefinitionAndGetsDefaultModes) {
   KORLumSessionFile file(kNone, "/data/model.hub", KORLumViewerDef("Part", "Viewer3D"), kStatic,
                          kSelected, 5UL);
-  EXPECT_EQ(file.GetFile(), "");
-  EXPECT_EQ(file.GetViewer(), "");
-  EXPECT_EQ(file.GetViewerDef() == KORLumViewerDef::GetNoViewerDef(), 1);
-  EXPECT_EQ(file.GetLoadMode(), kDynamic);
-  EXPECT_EQ(file.GetInstanceMode(), kAll);
-  EXPECT_EQ(file.GetOption(), 5UL);
+  ExpectNormalisedNone(file, 5UL);
 }
 
 TEST(KORLumSessionFile, QueryKeepsViewerDefinitionModesAndOptions) {
@@ -253,14 +254,7 @@ TEST(KORLumSessionFile, GetNoSessionFileReturnsTheSameInstance) {
 }
 
 TEST(KORLumSessionFile, NoSessionFileIsNoneWithDefaultModesAndNoOption) {
-  const KORLumSessionFile& none = KORLumSessionFile::GetNoSessionFile();
-  EXPECT_EQ(none.GetType(), kNone);
-  EXPECT_EQ(none.GetFile(), "");
-  EXPECT_EQ(none.GetViewer(), "");
-  EXPECT_EQ(none.GetViewerDef() == KORLumViewerDef::GetNoViewerDef(), 1);
-  EXPECT_EQ(none.GetLoadMode(), kDynamic);
-  EXPECT_EQ(none.GetInstanceMode(), kAll);
-  EXPECT_EQ(none.GetOption(), 0UL);
+  ExpectNormalisedNone(KORLumSessionFile::GetNoSessionFile(), 0UL);
 }
 
 TEST(KORLumSessionFile, NoSessionFileEqualsANoneValueBuiltFromAnyViewerDefinition) {
