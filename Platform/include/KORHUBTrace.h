@@ -56,8 +56,11 @@ class KORPLATFORM_API KORHUBTrace {
       KORHUBTraceDetail::DecideFromEnvironment();
     }
   }
-  // Closes the scope.
-  ~KORHUBTrace() { --KORHUBTraceDetail::gDepth; }
+  // Closes the scope: the thread's count goes back to what it was when this
+  // scope opened (scopes close in the reverse order of their opening). It is
+  // stored, not decremented: a decrement would read the count back from
+  // memory, and consecutive calls would wait on each other's store.
+  ~KORHUBTrace() { KORHUBTraceDetail::gDepth = _depth; }
 
   KORHUBTrace(const KORHUBTrace&) = delete;
   KORHUBTrace& operator=(const KORHUBTrace&) = delete;
@@ -80,7 +83,7 @@ class KORPLATFORM_API KORHUBTrace {
   // one opened: 0 for a top-level scope, 2 for a scope opened inside it, ...
   [[nodiscard]] int GetIndent() const noexcept { return 2 * _depth; }
   // iWidth blanks (none for a width of 0 or less).
-  [[nodiscard]] KORString Indent(const int iWidth) const;
+  [[nodiscard]] static KORString Indent(const int iWidth);
   // The label given at opening.
   [[nodiscard]] KORString GetMethod() const { return KORString(_method); }
   // The label given at opening, without copy.
@@ -88,10 +91,15 @@ class KORPLATFORM_API KORHUBTrace {
 
   // The calling thread's line buffer, created on first use. Nested scopes of a
   // thread share it: a line is always finished before another one starts.
-  std::ostream& GetLigne();
+  // Like Indent and Out, it depends on the thread only, not on the scope, so
+  // that a line writer can be handed a scope's label and indent by value and
+  // the scope itself never leaves the traced operation: the compiler then
+  // keeps it in registers, and a scope whose tracing is off costs a few
+  // register operations.
+  static std::ostream& GetLigne();
   // Writes the line buffer's text to the destination as it stands, in one
   // write, flushed at once; then empties the buffer.
-  void Out();
+  static void Out();
 
   // Turns tracing on (non-zero) or off (0), overriding KORHUB_TRACE.
   static void SetActive(int iOn) noexcept;

@@ -73,7 +73,7 @@ std::ostringstream& ThreadLineBuffer() {
 
 }  // namespace
 
-KORString KORHUBTrace::Indent(const int iWidth) const {
+KORString KORHUBTrace::Indent(const int iWidth) {
   return KORString(std::string(iWidth > 0 ? static_cast<std::size_t>(iWidth) : 0U, ' '));
 }
 

@@ -47,7 +47,9 @@ class KORLumTrace {
   // Writes one line made of the pieces, one after another.
   template <typename... Pieces>
   void Line(const Pieces&... iPieces) {
-    if (__builtin_expect(IsActive(), 0)) WriteLine(iPieces...);
+    if (__builtin_expect(IsActive(), 0)) {
+      WriteLine(_scope.GetMethodText(), _scope.GetIndent(), iPieces...);
+    }
   }
 
   // Writes the line "<iName> = <iValue>".
@@ -57,15 +59,19 @@ class KORLumTrace {
   }
 
  private:
-  // The writing itself, out of line and out of the hot path: a getter whose
-  // tracing is off then runs a few instructions and saves no register.
+  // The writing itself, out of line and out of the hot path. It is given the
+  // scope's label and indent by value, not the scope: a scope whose address
+  // is passed to a call has to live in memory, and its closing would read its
+  // depth back from there; kept in registers, a getter whose tracing is off
+  // runs a few instructions.
   template <typename... Pieces>
-  __attribute__((noinline, cold)) void WriteLine(const Pieces&... iPieces) {
-    std::ostream& line = _scope.GetLigne();
-    line << _scope.Indent(_scope.GetIndent() + 3) << _scope.GetMethod() << " ";
+  __attribute__((noinline, cold)) static void WriteLine(const char* iMethod, int iIndent,
+                                                        const Pieces&... iPieces) {
+    std::ostream& line = KORHUBTrace::GetLigne();
+    line << KORHUBTrace::Indent(iIndent + 3) << iMethod << " ";
     (line << ... << iPieces);
     line << std::endl;
-    _scope.Out();
+    KORHUBTrace::Out();
   }
 
   // Every scope of the library is opened at level 53 with option 0.
