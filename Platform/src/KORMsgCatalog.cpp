@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -36,7 +35,8 @@ struct Cache {
   bool resolved = false;
   std::vector<std::string> directories;
   std::vector<std::string> languages;  // e.g. {"fr_CA", "fr", ""}
-  std::map<std::string, std::shared_ptr<const Catalog>, std::less<>> catalogs;
+  // A map's elements stay where they are while others come and go.
+  std::map<std::string, Catalog, std::less<>> catalogs;
 };
 
 Cache& TheCache() {
@@ -77,22 +77,23 @@ void EnsureResolved(Cache& ioCache) {
   ioCache.resolved = true;
 }
 
-std::shared_ptr<const Catalog> FindCatalog(Cache& ioCache, std::string_view iName) {
+// The catalogue iName, read on first use. The reference is valid while the
+// cache's mutex is held (FlushCache, under the same mutex, destroys it).
+const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
   EnsureResolved(ioCache);
   const auto known = ioCache.catalogs.find(iName);
   if (known != ioCache.catalogs.end()) return known->second;
 
-  auto catalog = std::make_shared<Catalog>();
+  Catalog catalog;
   const std::string fileName = std::string(iName) + ".msgcat";
   for (const std::string& language : ioCache.languages) {
     const std::string relative =
         language.empty() ? fileName : kor_detail::JoinPath(language, fileName);
     kor_detail::FoundFile found = kor_detail::FindFirstReadable(ioCache.directories, relative);
-    catalog->skipped.insert(catalog->skipped.end(), found.skipped.begin(), found.skipped.end());
-    catalog->levels.push_back({std::move(found.path), std::move(found.resource)});
+    catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
+    catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
   }
-  ioCache.catalogs.emplace(std::string(iName), catalog);
-  return catalog;
+  return ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first->second;
 }
 
 std::string LevelName(const std::string& iLanguage) {
@@ -189,12 +190,12 @@ KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
   {
     Cache& cache = TheCache();
     std::lock_guard<std::mutex> lock(cache.mutex);
-    const std::shared_ptr<const Catalog> catalog = FindCatalog(cache, _catalogName.View());
-    for (const Level& level : catalog->levels) {
+    const Catalog& catalog = FindCatalog(cache, _catalogName.View());
+    for (const Level& level : catalog.levels) {
       if (const KORUnicodeString* text = level.resource.Find(iKey.View())) return KORMsg(*text);
     }
     diagnostic =
-        Diagnose(_catalogName.View(), iKey.View(), cache.languages, cache.directories, *catalog);
+        Diagnose(_catalogName.View(), iKey.View(), cache.languages, cache.directories, catalog);
   }
   KORRaise(new KORNLSCatalogError(KORString(std::move(diagnostic))));
 }
@@ -225,18 +226,18 @@ KORListValKORUnicodeString KORMsgCatalog::GetLanguageLevels() {
 KORListValKORUnicodeString KORMsgCatalog::GetFilesUsed() const {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
-  const std::shared_ptr<const Catalog> catalog = FindCatalog(cache, _catalogName.View());
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View());
   std::vector<std::string> paths;
-  for (const Level& level : catalog->levels) paths.push_back(level.path);
+  for (const Level& level : catalog.levels) paths.push_back(level.path);
   return kor_detail::ToList(paths);
 }
 
 KORListValKORUnicodeString KORMsgCatalog::GetProblems() const {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
-  const std::shared_ptr<const Catalog> catalog = FindCatalog(cache, _catalogName.View());
-  KORListValKORUnicodeString problems = kor_detail::ToList(catalog->skipped);
-  for (const Level& level : catalog->levels) {
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View());
+  KORListValKORUnicodeString problems = kor_detail::ToList(catalog.skipped);
+  for (const Level& level : catalog.levels) {
     const KORListValKORUnicodeString found = level.resource.GetProblems();
     for (int i = 1; i <= found.Size(); ++i) problems.Append(found[i]);
   }

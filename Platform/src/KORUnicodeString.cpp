@@ -48,11 +48,20 @@ std::size_t MatchSequence(const unsigned char* iText, std::size_t iSize, std::si
 // Copies iText into oValid, replacing ill-formed sequences by U+FFFD, and
 // returns the number of code points.
 int Sanitize(const char* iText, std::size_t iSize, std::string& oValid) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(iText);
+  // Most texts (keys, labels, paths, templates) are ASCII: one copy, no
+  // per-run appending.
+  std::size_t ascii = 0;
+  while (ascii < iSize && bytes[ascii] < 0x80) ++ascii;
+  if (ascii == iSize) {
+    oValid.assign(iText, iSize);
+    return static_cast<int>(iSize);
+  }
   oValid.clear();
   oValid.reserve(iSize);
-  const auto* bytes = reinterpret_cast<const unsigned char*>(iText);
-  int count = 0;
-  std::size_t i = 0;
+  oValid.append(iText, ascii);
+  int count = static_cast<int>(ascii);
+  std::size_t i = ascii;
   while (i < iSize) {
     // Fast path for runs of ASCII.
     std::size_t start = i;
@@ -229,6 +238,17 @@ int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld, const KORUn
   if (iOld._text.empty()) return 0;
   std::size_t found = _text.find(iOld._text);
   if (found == std::string::npos) return 0;
+  // The usual case, one occurrence (a field of a display template), is
+  // replaced in place: no new buffer while the text fits in the old one.
+  // (iOld and iNew may be this very string: their sizes are read first, and
+  // the standard string's replace accepts its own text as the new one.)
+  const std::size_t oldSize = iOld._text.size();
+  if (_text.find(iOld._text, found + oldSize) == std::string::npos) {
+    const int lengthChange = iNew._length - iOld._length;
+    _text.replace(found, oldSize, iNew._text);
+    _length += lengthChange;
+    return 1;
+  }
   std::string result;
   result.reserve(_text.size());
   std::size_t from = 0;

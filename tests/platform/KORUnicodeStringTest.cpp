@@ -531,6 +531,32 @@ TEST(KORUnicodeString, ReplaceSubStringOfNonAsciiTextKeepsTheLengthRight) {
   EXPECT_EQ(string.GetLengthInChar(), 3);
 }
 
+TEST(KORUnicodeString, ReplaceSubStringOfOneOccurrenceGrowsTheTextPastItsBuffer) {
+  KORUnicodeString string("%t : %f");
+  const KORUnicodeString path("/home/user/projects/engine/assemblies/model-é.hub");
+  EXPECT_EQ(string.ReplaceSubString("%f", path), 1);
+  EXPECT_STREQ(string.ConvertToChar(), "%t : /home/user/projects/engine/assemblies/model-é.hub");
+  EXPECT_EQ(string.GetLengthInChar(), 5 + path.GetLengthInChar());
+}
+
+TEST(KORUnicodeString, ReplaceSubStringByTheStringItselfUsesItsTextBeforeTheChange) {
+  KORUnicodeString once("é%s");
+  EXPECT_EQ(once.ReplaceSubString("%s", once), 1);
+  EXPECT_STREQ(once.ConvertToChar(), "éé%s");
+  EXPECT_EQ(once.GetLengthInChar(), 4);
+  KORUnicodeString twice("%s%s");
+  EXPECT_EQ(twice.ReplaceSubString("%s", twice), 2);
+  EXPECT_STREQ(twice.ConvertToChar(), "%s%s%s%s");
+  EXPECT_EQ(twice.GetLengthInChar(), 8);
+}
+
+TEST(KORUnicodeString, ReplaceSubStringOfTheStringItselfReplacesItWhole) {
+  KORUnicodeString string("é€");
+  EXPECT_EQ(string.ReplaceSubString(string, "abc"), 1);
+  EXPECT_STREQ(string.ConvertToChar(), "abc");
+  EXPECT_EQ(string.GetLengthInChar(), 3);
+}
+
 TEST(KORUnicodeString, ReplaceSubStringByEmptyTextRemovesEveryOccurrence) {
   KORUnicodeString string("€a€b€");
   EXPECT_EQ(string.ReplaceSubString("€", ""), 3);

@@ -91,11 +91,22 @@ KORUnicodeString PresentWorkingDirectory() { return KORUnicodeString(KORGetEnv("
 constexpr const char* kValueCatalog = "KORLumSessionFile";
 constexpr const char* kAbsenceCatalog = "LumSessionFile";
 
+// The name of the value catalogue, the keys and the untranslated texts of the
+// value texts are built once, on first use, as the strings a lookup takes: a
+// display line looks up nine texts, and building a name, a key and a default
+// text anew for each would cost it about as much as the lookups themselves.
+// (Local statics of functions with internal linkage: they are destroyed when
+// the library is unloaded, and do not keep it loaded.)
+const KORString& ValueCatalog() {
+  static const KORString name(kValueCatalog);
+  return name;
+}
+
 // The key and untranslated text of one enumeration value.
 struct ValueText {
   int value;
-  const char* key;
-  const char* fallback;
+  KORString key;
+  KORUnicodeString fallback;
 };
 
 // The text of iValue: the first listed value it equals (tested in order),
@@ -111,7 +122,7 @@ KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
     }
   }
   KORUnicodeString text =
-      KORLumSessionFileUtilities::GetNLSMessage(kValueCatalog, chosen->key, KORUnicodeString());
+      KORLumSessionFileUtilities::GetNLSMessage(ValueCatalog(), chosen->key, KORUnicodeString());
   if (text.GetLengthInChar() == 0) text = chosen->fallback;
   return text;
 }
@@ -354,9 +365,9 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
 KORUnicodeString KORLumSessionFileUtilities::GetNLSType(const _KORLumSessionFileType iType) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSType");
   trace.Value("iType", iType);
-  static constexpr ValueText kListed[] = {{KORLumSessionFileType_Query, "TypeQuery.Msg", "Query"},
-                                          {KORLumSessionFileType_Graph, "TypeGraph.Msg", "Graph"}};
-  static constexpr ValueText kOther = {KORLumSessionFileType_None, "TypeNone.Msg", "None"};
+  static const ValueText kListed[] = {{KORLumSessionFileType_Query, "TypeQuery.Msg", "Query"},
+                                      {KORLumSessionFileType_Graph, "TypeGraph.Msg", "Graph"}};
+  static const ValueText kOther = {KORLumSessionFileType_None, "TypeNone.Msg", "None"};
   KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
   trace.Value("NLSType", NLSType);
   return NLSType;
@@ -366,10 +377,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSLoadMode(
     const _KORLumGraphSessionLoadMode iLoadMode) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSLoadMode");
   trace.Value("iLoadMode", iLoadMode);
-  static constexpr ValueText kListed[] = {
+  static const ValueText kListed[] = {
       {KORLumGraphSessionLoadMode_Dynamic, "LoadModeDynamic.Msg", "Dynamic"},
       {KORLumGraphSessionLoadMode_Static, "LoadModeStatic.Msg", "Static"}};
-  static constexpr ValueText kOther = {KORLumGraphSessionLoadMode_None, "LoadModeNone.Msg", "None"};
+  static const ValueText kOther = {KORLumGraphSessionLoadMode_None, "LoadModeNone.Msg", "None"};
   KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
   trace.Value("NLSLoadMode", NLSLoadMode);
   return NLSLoadMode;
@@ -379,11 +390,11 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSInstanceMode(
     const _KORLumGraphSessionInstanceMode iInstanceMode) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSInstanceMode");
   trace.Value("iInstanceMode", iInstanceMode);
-  static constexpr ValueText kListed[] = {
+  static const ValueText kListed[] = {
       {KORLumGraphSessionInstanceMode_All, "InstanceModeAll.Msg", "All"},
       {KORLumGraphSessionInstanceMode_Selected, "InstanceModeSelected.Msg", "Selected"}};
-  static constexpr ValueText kOther = {KORLumGraphSessionInstanceMode_None, "InstanceModeNone.Msg",
-                                       "None"};
+  static const ValueText kOther = {KORLumGraphSessionInstanceMode_None, "InstanceModeNone.Msg",
+                                   "None"};
   KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
   trace.Value("NLSInstanceMode", NLSInstanceMode);
   return NLSInstanceMode;
@@ -394,22 +405,24 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
   trace.Value("iOption", iOption);
   struct OptionText {
     unsigned long bit;
-    const char* key;
-    const char* letter;
+    KORString key;
+    KORUnicodeString letter;
   };
-  static constexpr OptionText kOptions[] = {
+  static const OptionText kOptions[] = {
       {KORLumSessionFileOption_Report, "OptionReport.Msg", "R"},
       {KORLumSessionFileOption_Modification, "OptionModification.Msg", "M"},
       {KORLumSessionFileOption_Query, "OptionQuery.Msg", "Q"},
       {KORLumSessionFileOption_CSB, "OptionCSB.Msg", "C"}};
+  static const OptionText kSeparator = {0UL, "OptionSeparator.Msg", "+"};
   KORUnicodeString NLSOption;
-  const KORUnicodeString separator = GetNLSMessage(kValueCatalog, "OptionSeparator.Msg", "+");
+  const KORUnicodeString separator =
+      GetNLSMessage(ValueCatalog(), kSeparator.key, kSeparator.letter);
   for (const OptionText& option : kOptions) {
     if ((iOption & option.bit) == 0) continue;
     if (NLSOption.GetLengthInChar() > 0) NLSOption.Append(separator);
     // The letter is the lookup's default: a message that builds as empty
     // adds nothing.
-    NLSOption.Append(GetNLSMessage(kValueCatalog, option.key, option.letter));
+    NLSOption.Append(GetNLSMessage(ValueCatalog(), option.key, option.letter));
   }
   trace.Value("NLSOption", NLSOption);
   return NLSOption;
