@@ -5,6 +5,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "KORError.h"
@@ -37,6 +38,10 @@ struct Cache {
   std::vector<std::string> languages;  // e.g. {"fr_CA", "fr", ""}
   // A map's elements stay where they are while others come and go.
   std::map<std::string, Catalog, std::less<>> catalogs;
+  // The element of the last lookup, or none: lookups come in runs on one
+  // catalogue (the texts of one display line), which then costs one name
+  // comparison instead of a search of the map.
+  const std::pair<const std::string, Catalog>* last = nullptr;
 };
 
 Cache& TheCache() {
@@ -80,9 +85,13 @@ void EnsureResolved(Cache& ioCache) {
 // The catalogue iName, read on first use. The reference is valid while the
 // cache's mutex is held (FlushCache, under the same mutex, destroys it).
 const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
+  if (ioCache.last != nullptr && ioCache.last->first == iName) return ioCache.last->second;
   EnsureResolved(ioCache);
   const auto known = ioCache.catalogs.find(iName);
-  if (known != ioCache.catalogs.end()) return known->second;
+  if (known != ioCache.catalogs.end()) {
+    ioCache.last = &*known;
+    return known->second;
+  }
 
   Catalog catalog;
   const std::string fileName = std::string(iName) + ".msgcat";
@@ -93,7 +102,8 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
     catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
     catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
   }
-  return ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first->second;
+  ioCache.last = &*ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first;
+  return ioCache.last->second;
 }
 
 std::string LevelName(const std::string& iLanguage) {
@@ -192,6 +202,7 @@ KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
     std::lock_guard<std::mutex> lock(cache.mutex);
     const Catalog& catalog = FindCatalog(cache, _catalogName.View());
     for (const Level& level : catalog.levels) {
+      if (level.path.empty()) continue;  // no file at this level
       if (const KORUnicodeString* text = level.resource.Find(iKey.View())) return KORMsg(*text);
     }
     diagnostic =
@@ -203,6 +214,7 @@ KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
 void KORMsgCatalog::FlushCache() {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
+  cache.last = nullptr;
   cache.catalogs.clear();
   cache.directories.clear();
   cache.languages.clear();

@@ -223,31 +223,42 @@ void KORLumSessionFile::TraceAsOperand(KORLumTrace& ioTrace) const {
 
 KORUnicodeString KORLumSessionFile::GetNLS() const {
   KORLumTrace trace("KORLumSessionFile::GetNLS");
+  // The templates and their fields, built once rather than at every line.
+  static const KORUnicodeString kType("%t");
+  static const KORUnicodeString kFile("%f");
+  static const KORUnicodeString kViewer("%v");
+  static const KORUnicodeString kLoadMode("%l");
+  static const KORUnicodeString kInstanceMode("%i");
+  static const KORUnicodeString kOption("%o");
+  static const KORUnicodeString kOptionField(" [%o]");
+  static const KORUnicodeString kNoneTemplate("%t");
+  static const KORUnicodeString kQueryTemplate("%t : %f");
+  static const KORUnicodeString kGraphTemplate("%t : %f [%v] [%l] [%i]");
   KORUnicodeString formattedString;
   if (_type == KORLumSessionFileType_None) {
-    formattedString = "%t";
-    formattedString.ReplaceSubString("%t", GetNLSType());
+    formattedString = kNoneTemplate;
+    formattedString.ReplaceSubString(kType, GetNLSType());
   } else if (_type == KORLumSessionFileType_Query) {
-    formattedString = "%t : %f";
-    formattedString.ReplaceSubString("%t", GetNLSType());
-    formattedString.ReplaceSubString("%f", GetNLSFile());
+    formattedString = kQueryTemplate;
+    formattedString.ReplaceSubString(kType, GetNLSType());
+    formattedString.ReplaceSubString(kFile, GetNLSFile());
   } else {
-    formattedString = "%t : %f [%v] [%l] [%i]";
-    if (GetNLSOption().GetLengthInChar() > 0) formattedString.Append(" [%o]");
-    formattedString.ReplaceSubString("%t", GetNLSType());
-    formattedString.ReplaceSubString("%f", GetNLSFile());
+    formattedString = kGraphTemplate;
+    if (GetNLSOption().GetLengthInChar() > 0) formattedString.Append(kOptionField);
+    formattedString.ReplaceSubString(kType, GetNLSType());
+    formattedString.ReplaceSubString(kFile, GetNLSFile());
     // GetNLSViewer() is never empty (it gives the "no viewer" text when there
     // is no viewer name), so a session file named by a viewer definition shows
     // the "no viewer" text here: the display line names a viewer only when the
     // user picked one by name. The string form shows the definition instead.
     if (GetNLSViewer().GetLengthInChar() != 0) {
-      formattedString.ReplaceSubString("%v", GetNLSViewer());
+      formattedString.ReplaceSubString(kViewer, GetNLSViewer());
     } else {
-      formattedString.ReplaceSubString("%v", GetNLSViewerDef());
+      formattedString.ReplaceSubString(kViewer, GetNLSViewerDef());
     }
-    formattedString.ReplaceSubString("%l", GetNLSLoadMode());
-    formattedString.ReplaceSubString("%i", GetNLSInstanceMode());
-    formattedString.ReplaceSubString("%o", GetNLSOption());
+    formattedString.ReplaceSubString(kLoadMode, GetNLSLoadMode());
+    formattedString.ReplaceSubString(kInstanceMode, GetNLSInstanceMode());
+    formattedString.ReplaceSubString(kOption, GetNLSOption());
   }
   trace.Value("formattedString", formattedString);
   return formattedString;
@@ -264,15 +275,17 @@ KORUnicodeString KORLumSessionFile::GetNLSFile() const {
   // base name whole and as much of its head as fits in 32 characters with
   // the base name, with ".../" in place of the rest.
   constexpr int kShownWhole = 32;
-  KORUnicodeString file = _file;
+  static const KORUnicodeString kSlash("/");
+  static const KORUnicodeString kElision(".../");
+  const KORUnicodeString& file = _file;
   const int length = file.GetLengthInChar();
   if (length <= kShownWhole) return file;
-  const int lastSlash = file.FindLast("/");
+  const int lastSlash = file.FindLast(kSlash);
   if (lastSlash <= 0) return file;
   const int baseLength = length - lastSlash - 1;
   KORUnicodeString shortened;
   if (baseLength < kShownWhole) shortened = file.SubString(0, kShownWhole - baseLength);
-  shortened.Append(".../");
+  shortened.Append(kElision);
   shortened.Append(file.SubString(lastSlash + 1, baseLength));
   return shortened;
 }
