@@ -1,17 +1,86 @@
 #include "KORString.h"
 
-KORString::KORString(const char* iText) : _text(iText ? iText : "") {}
+#include <algorithm>
+#include <cstring>
+#include <utility>
 
-KORString::KORString(const char* iText, std::size_t iLength)
-    : _text(iText ? std::string(iText, iLength) : std::string()) {}
+KORString::KORString(const char* iText) {
+  if (iText) Assign(iText, std::strlen(iText));
+}
+
+KORString::KORString(const char* iText, std::size_t iLength) {
+  if (iText) Assign(iText, iLength);
+}
+
+KORString::KORString(KORString&& iOther) noexcept
+    : _heap(std::exchange(iOther._heap, nullptr)),
+      _size(std::exchange(iOther._size, 0)),
+      _capacity(std::exchange(iOther._capacity, kInline)) {
+  if (!_heap) std::memcpy(_inline, iOther._inline, _size + 1);
+  iOther._inline[0] = '\0';
+}
+
+KORString& KORString::operator=(const KORString& iOther) {
+  if (this != &iOther) Assign(iOther.data(), iOther._size);
+  return *this;
+}
+
+KORString& KORString::operator=(KORString&& iOther) noexcept {
+  if (this != &iOther) {
+    delete[] _heap;
+    _heap = std::exchange(iOther._heap, nullptr);
+    _size = std::exchange(iOther._size, 0);
+    _capacity = std::exchange(iOther._capacity, kInline);
+    if (!_heap) std::memcpy(_inline, iOther._inline, _size + 1);
+    iOther._inline[0] = '\0';
+  }
+  return *this;
+}
+
+KORString::~KORString() { delete[] _heap; }
+
+void KORString::Assign(const char* iText, std::size_t iLength) {
+  if (iLength > _capacity) {
+    // A new buffer: iText may lie in the old one, which is released after.
+    char* buffer = new char[iLength + 1];
+    std::memcpy(buffer, iText, iLength);
+    delete[] _heap;
+    _heap = buffer;
+    _capacity = iLength;
+  } else {
+    std::memmove(_heap ? _heap : _inline, iText, iLength);
+  }
+  _size = iLength;
+  (_heap ? _heap : _inline)[_size] = '\0';
+}
+
+void KORString::AppendBytes(const char* iText, std::size_t iLength) {
+  if (iLength == 0) return;
+  const std::size_t size = _size + iLength;
+  if (size > _capacity) {
+    // iText may lie in this string's own buffer: copy it from the old
+    // buffer before releasing it.
+    const std::size_t capacity = std::max(size, 2 * _capacity);
+    char* buffer = new char[capacity + 1];
+    std::memcpy(buffer, data(), _size);
+    std::memcpy(buffer + _size, iText, iLength);
+    delete[] _heap;
+    _heap = buffer;
+    _capacity = capacity;
+  } else {
+    std::memmove((_heap ? _heap : _inline) + _size, iText, iLength);
+  }
+  _size = size;
+  (_heap ? _heap : _inline)[_size] = '\0';
+}
 
 KORString& KORString::Append(const KORString& iOther) {
-  _text.append(iOther._text);
+  AppendBytes(iOther.data(), iOther._size);
   return *this;
 }
 
 KORString& KORString::Append(const char* iText) {
-  if (iText) _text.append(iText);
+  if (iText) AppendBytes(iText, std::strlen(iText));
   return *this;
 }
 

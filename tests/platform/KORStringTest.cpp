@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 TEST(KORString, DefaultConstructedStringIsEmpty) {
   const KORString string;
@@ -137,3 +138,78 @@ TEST(KORString, StringsAreUsableAsUnorderedSetKeys) {
   EXPECT_EQ(set.count(KORString("TypeDoc")), 1u);
   EXPECT_EQ(set.count(KORString("Type")), 0u);
 }
+
+// Short texts are kept in the string object and longer ones on the heap; the
+// tests below cross that boundary in every direction, with lengths around it.
+class KORStringOfLength : public ::testing::TestWithParam<std::size_t> {
+ protected:
+  static std::string Text(std::size_t iLength, char iFirst = 'a') {
+    std::string text;
+    for (std::size_t i = 0; i < iLength; ++i) text.push_back(static_cast<char>(iFirst + i % 26));
+    return text;
+  }
+};
+
+TEST_P(KORStringOfLength, KeepsItsTextWhole) {
+  const std::string text = Text(GetParam());
+  const KORString string(text.c_str());
+  EXPECT_EQ(string.GetLength(), static_cast<int>(text.size()));
+  EXPECT_EQ(std::string(string.c_str()), text);
+}
+
+TEST_P(KORStringOfLength, CopyAndMoveKeepTheTextAndMoveLeavesTheSourceEmpty) {
+  const std::string text = Text(GetParam());
+  KORString source(text.c_str());
+  const KORString copy(source);
+  KORString moved(std::move(source));
+  EXPECT_EQ(std::string(copy.c_str()), text);
+  EXPECT_EQ(std::string(moved.c_str()), text);
+  EXPECT_EQ(source.GetLength(), 0);  // NOLINT(bugprone-use-after-move): moved-from state
+  EXPECT_STREQ(source.c_str(), "");
+  source = KORString("again");
+  EXPECT_STREQ(source.c_str(), "again");
+}
+
+TEST_P(KORStringOfLength, AssignmentsReplaceLongerAndShorterTexts) {
+  const std::string text = Text(GetParam());
+  for (const std::size_t other :
+       {std::size_t{0}, std::size_t{5}, std::size_t{39}, std::size_t{40}, std::size_t{200}}) {
+    KORString copied(Text(other, 'A').c_str());
+    copied = KORString(text.c_str());
+    EXPECT_EQ(std::string(copied.c_str()), text) << "over a text of " << other;
+    KORString movedInto(Text(other, 'A').c_str());
+    KORString source(text.c_str());
+    movedInto = std::move(source);
+    EXPECT_EQ(std::string(movedInto.c_str()), text) << "over a text of " << other;
+  }
+}
+
+TEST_P(KORStringOfLength, AppendingItselfDoublesTheText) {
+  const std::string text = Text(GetParam());
+  KORString string(text.c_str());
+  string.Append(string);
+  EXPECT_EQ(std::string(string.c_str()), text + text);
+  string.Append(string.c_str() + 1);
+  EXPECT_EQ(std::string(string.c_str()), text + text + (text + text).substr(text.empty() ? 0 : 1));
+}
+
+TEST_P(KORStringOfLength, SelfAssignmentKeepsTheText) {
+  const std::string text = Text(GetParam());
+  KORString string(text.c_str());
+  const KORString& same = string;
+  string = same;
+  EXPECT_EQ(std::string(string.c_str()), text);
+  string = std::move(string);  // NOLINT(performance-move-const-arg,clang-diagnostic-self-move)
+  EXPECT_EQ(std::string(string.c_str()), text);
+}
+
+TEST_P(KORStringOfLength, AppendingPieceByPieceGivesTheWholeText) {
+  const std::string text = Text(GetParam());
+  KORString string;
+  for (const char byte : text) string.Append(KORString(&byte, 1));
+  EXPECT_EQ(std::string(string.c_str()), text);
+  EXPECT_EQ(string, KORString(text.c_str()));
+}
+
+INSTANTIATE_TEST_SUITE_P(AroundTheInlineSize, KORStringOfLength,
+                         ::testing::Values(0, 1, 15, 16, 38, 39, 40, 41, 79, 80, 81, 1000));
