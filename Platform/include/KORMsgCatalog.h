@@ -64,7 +64,10 @@ class KORPLATFORM_API KORMsg {
   // Sets *oText to the message text unchanged (no parameter is substituted,
   // "{1}" stays as written) and returns 0. A null oText is a programming
   // error (the process stops through __assert).
-  int BuildMessage(KORUnicodeString* oText) const;
+  int BuildMessage(KORUnicodeString* oText) const&;
+  // The same for a message about to be dropped, as in
+  // catalog->GetMsg(key).BuildMessage(&text): its text is moved, not copied.
+  int BuildMessage(KORUnicodeString* oText) &&;
 
   // Sets *oText to the message text with "{1}", "{2}", ... replaced by the
   // parameters at those positions (1-based) and returns 0. The text is

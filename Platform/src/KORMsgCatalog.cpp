@@ -150,9 +150,15 @@ std::string Diagnose(std::string_view iCatalogName, std::string_view iKey,
 
 }  // namespace
 
-int KORMsg::BuildMessage(KORUnicodeString* oText) const {
+int KORMsg::BuildMessage(KORUnicodeString* oText) const& {
   KOR_PLATFORM_CHECK(oText != nullptr);
   *oText = _text;
+  return 0;
+}
+
+int KORMsg::BuildMessage(KORUnicodeString* oText) && {
+  KOR_PLATFORM_CHECK(oText != nullptr);
+  *oText = std::move(_text);
   return 0;
 }
 

@@ -67,6 +67,17 @@ TEST(KORMsg, BuildMessageGivesTheTextUnchanged) {
   EXPECT_EQ(text, KORUnicodeString("Open {1} at 100% {2}"));
 }
 
+TEST(KORMsg, BuildMessageOfAKeptMessageLeavesItsTextForTheNextBuild) {
+  const KORMsg message("Öffnen {1}");
+  KORUnicodeString first;
+  KORUnicodeString second;
+  EXPECT_EQ(message.BuildMessage(&first), 0);
+  EXPECT_EQ(message.BuildMessage(&second), 0);
+  EXPECT_EQ(first, KORUnicodeString("Öffnen {1}"));
+  EXPECT_EQ(second, KORUnicodeString("Öffnen {1}"));
+  EXPECT_EQ(second.GetLengthInChar(), 10);
+}
+
 TEST(KORMsg, DefaultMessageIsEmpty) {
   KORUnicodeString text("<untouched>");
   EXPECT_EQ(KORMsg().BuildMessage(&text), 0);
@@ -93,6 +104,8 @@ TEST(KORMsg, ParameterTextIsNotScannedAgain) {
 
 TEST(KORMsgDeathTest, BuildMessageIntoNullStops) {
   EXPECT_DEATH(KORMsg("text").BuildMessage(nullptr), "oText != nullptr");
+  const KORMsg kept("text");
+  EXPECT_DEATH(kept.BuildMessage(nullptr), "oText != nullptr");
 }
 
 // --- Search path and language chain ------------------------------------------
