@@ -29,7 +29,7 @@ class KORPLATFORM_API KORString {
   KORString(const char* iText, std::size_t iLength);
   explicit KORString(const std::string& iText) : KORString(iText.data(), iText.size()) {}
 
-  KORString(const KORString& iOther) : KORString(iOther.data(), iOther._size) {}
+  KORString(const KORString& iOther);
   KORString(KORString&& iOther) noexcept;
   KORString& operator=(const KORString& iOther);
   KORString& operator=(KORString&& iOther) noexcept;

@@ -12,6 +12,18 @@ KORString::KORString(const char* iText, std::size_t iLength) {
   if (iText) Assign(iText, iLength);
 }
 
+KORString::KORString(const KORString& iOther) {
+  if (iOther._heap) {
+    Assign(iOther._heap, iOther._size);
+  } else {
+    // The whole inline buffer, in a few moves of known size and without a
+    // call: cheaper than a copy of the text's length (a lookup copies its
+    // catalogue's name and compares it at once).
+    std::memcpy(_inline, iOther._inline, sizeof _inline);
+    _size = iOther._size;
+  }
+}
+
 KORString::KORString(KORString&& iOther) noexcept
     : _heap(std::exchange(iOther._heap, nullptr)),
       _size(std::exchange(iOther._size, 0)),

@@ -85,6 +85,29 @@ int Sanitize(const char* iText, std::size_t iSize, std::string& oValid) {
   return count;
 }
 
+// Position of the first occurrence of the non-empty iNeedle in iText at or
+// after iFrom, or npos. Each byte equal to the needle's first is found with
+// memchr and the rest of the needle compared byte by byte: the texts searched
+// here have often just been written (one replacement after another in one
+// template), and the C library's memcmp would read them back in wider loads
+// than they were written with, which the processor cannot serve from its
+// pending stores: every candidate would wait for the stores to land.
+std::size_t FindFrom(std::string_view iText, std::string_view iNeedle, std::size_t iFrom) {
+  const std::size_t size = iNeedle.size();
+  if (iFrom > iText.size() || size > iText.size() - iFrom) return std::string::npos;
+  const char* const begin = iText.data();
+  const char* const last = begin + (iText.size() - size);  // last possible start
+  for (const char* at = begin + iFrom; at <= last; ++at) {
+    at = static_cast<const char*>(
+        std::memchr(at, iNeedle[0], static_cast<std::size_t>(last - at) + 1));
+    if (at == nullptr) return std::string::npos;
+    std::size_t matched = 1;
+    while (matched < size && at[matched] == iNeedle[matched]) ++matched;
+    if (matched == size) return static_cast<std::size_t>(at - begin);
+  }
+  return std::string::npos;
+}
+
 bool IsContinuation(char iByte) { return (static_cast<unsigned char>(iByte) & 0xC0) == 0x80; }
 
 int CountCodePoints(std::string_view iText) {
@@ -236,14 +259,14 @@ int KORUnicodeString::FindLast(const KORUnicodeString& iSub) const {
 
 int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld, const KORUnicodeString& iNew) {
   if (iOld._text.empty()) return 0;
-  std::size_t found = _text.find(iOld._text);
+  std::size_t found = FindFrom(_text, iOld._text, 0);
   if (found == std::string::npos) return 0;
   // The usual case, one occurrence (a field of a display template), is
   // replaced in place: no new buffer while the text fits in the old one.
   // (iOld and iNew may be this very string: their sizes are read first, and
   // the standard string's replace accepts its own text as the new one.)
   const std::size_t oldSize = iOld._text.size();
-  if (_text.find(iOld._text, found + oldSize) == std::string::npos) {
+  if (FindFrom(_text, iOld._text, found + oldSize) == std::string::npos) {
     const int lengthChange = iNew._length - iOld._length;
     _text.replace(found, oldSize, iNew._text);
     _length += lengthChange;
@@ -257,7 +280,7 @@ int KORUnicodeString::ReplaceSubString(const KORUnicodeString& iOld, const KORUn
     result.append(_text, from, found - from);
     result.append(iNew._text);
     from = found + iOld._text.size();
-    found = _text.find(iOld._text, from);
+    found = FindFrom(_text, iOld._text, from);
     ++count;
   }
   result.append(_text, from, std::string::npos);

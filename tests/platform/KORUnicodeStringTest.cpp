@@ -508,6 +508,26 @@ TEST(KORUnicodeString, ReplaceSubStringScansLeftToRightWithoutOverlap) {
   EXPECT_STREQ(string.ConvertToChar(), "ba");
 }
 
+TEST(KORUnicodeString, ReplaceSubStringFindsANeedleAfterPartialMatches) {
+  KORUnicodeString string("aaab aab");
+  EXPECT_EQ(string.ReplaceSubString("aab", "X"), 2);
+  EXPECT_STREQ(string.ConvertToChar(), "aX X");
+}
+
+TEST(KORUnicodeString, ReplaceSubStringFindsANeedleThatEndsTheText) {
+  KORUnicodeString string("[%l] [%o]");
+  EXPECT_EQ(string.ReplaceSubString("%o]", "R+C]"), 1);
+  EXPECT_STREQ(string.ConvertToChar(), "[%l] [R+C]");
+}
+
+TEST(KORUnicodeString, ReplaceSubStringOfANeedleLongerThanTheTextChangesNothing) {
+  KORUnicodeString string("%t");
+  EXPECT_EQ(string.ReplaceSubString("%t : %f", "x"), 0);
+  EXPECT_STREQ(string.ConvertToChar(), "%t");
+  EXPECT_EQ(string.ReplaceSubString("%", "x"), 1);
+  EXPECT_STREQ(string.ConvertToChar(), "xt");
+}
+
 TEST(KORUnicodeString, ReplaceSubStringWithEmptyNeedleChangesNothing) {
   KORUnicodeString string("aé€");
   EXPECT_EQ(string.ReplaceSubString("", "x"), 0);
