@@ -25,9 +25,11 @@ namespace fuzz {
 
 [[noreturn]] inline void Fail(const char* iCondition, const std::string& iWhat, const char* iFile,
                               int iLine) {
-  std::fprintf(stderr, "\n*** invariant violated at %s:%d: %s\n*** %s\n", iFile, iLine, iCondition,
-               iWhat.c_str());
-  std::fflush(stderr);
+  // The process aborts next whatever these return: there is nowhere else to
+  // report a failure to write the report.
+  (void)std::fprintf(stderr, "\n*** invariant violated at %s:%d: %s\n*** %s\n", iFile, iLine,
+                     iCondition, iWhat.c_str());
+  (void)std::fflush(stderr);
   std::abort();
 }
 
@@ -153,7 +155,7 @@ class Workspace {
 
   // Writes iContent to iRelative (its directory must exist); returns the path.
   std::string Write(const std::string& iRelative, std::string_view iContent) const {
-    const std::string path = PathOf(iRelative);
+    std::string path = PathOf(iRelative);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(iContent.data(), static_cast<std::streamsize>(iContent.size()));
     file.close();

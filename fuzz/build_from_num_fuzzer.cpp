@@ -88,7 +88,8 @@ bool Render(const char* iFormat, Number iNumber, std::string& oText) {
   const int size = std::snprintf(nullptr, 0, iFormat, iNumber);
   if (size < 0) return false;
   oText.assign(static_cast<std::size_t>(size) + 1, '\0');
-  std::snprintf(oText.data(), oText.size(), iFormat, iNumber);
+  // Writes the length measured above, into room made for it.
+  (void)std::snprintf(oText.data(), oText.size(), iFormat, iNumber);
   oText.resize(static_cast<std::size_t>(size));
   return true;
 }

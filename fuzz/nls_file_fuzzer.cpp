@@ -45,10 +45,13 @@ CodePoints ExpectedShortening(const CodePoints& iFile) {
   if (lastSlash == length || lastSlash == 0) return iFile;
   const std::size_t baseLength = length - lastSlash - 1;
   CodePoints shortened;
-  if (baseLength < 32) shortened.assign(iFile.begin(), iFile.begin() + (32 - baseLength));
+  if (baseLength < 32) {
+    shortened.assign(iFile.begin(), iFile.begin() + static_cast<std::ptrdiff_t>(32 - baseLength));
+  }
   for (const char32_t character : U".../") shortened.push_back(character);
   shortened.pop_back();  // the literal's terminating NUL
-  shortened.insert(shortened.end(), iFile.begin() + lastSlash + 1, iFile.end());
+  shortened.insert(shortened.end(), iFile.begin() + static_cast<std::ptrdiff_t>(lastSlash + 1),
+                   iFile.end());
   return shortened;
 }
 

@@ -62,7 +62,8 @@ CodePoints Slice(const CodePoints& iCodePoints, long long iStart, long long iLen
 int FindLastOf(const CodePoints& iHaystack, const CodePoints& iNeedle) {
   if (iNeedle.size() > iHaystack.size()) return -1;
   for (std::size_t start = iHaystack.size() - iNeedle.size() + 1; start-- > 0;) {
-    if (std::equal(iNeedle.begin(), iNeedle.end(), iHaystack.begin() + start)) {
+    if (std::equal(iNeedle.begin(), iNeedle.end(),
+                   iHaystack.begin() + static_cast<std::ptrdiff_t>(start))) {
       return static_cast<int>(start);
     }
   }
@@ -78,7 +79,8 @@ CodePoints ReplaceEvery(const CodePoints& iText, const CodePoints& iOld, const C
   std::size_t position = 0;
   while (position < iText.size()) {
     if (position + iOld.size() <= iText.size() &&
-        std::equal(iOld.begin(), iOld.end(), iText.begin() + position)) {
+        std::equal(iOld.begin(), iOld.end(),
+                   iText.begin() + static_cast<std::ptrdiff_t>(position))) {
       result.insert(result.end(), iNew.begin(), iNew.end());
       position += iOld.size();
       ++oCount;
@@ -91,15 +93,15 @@ CodePoints ReplaceEvery(const CodePoints& iText, const CodePoints& iOld, const C
 
 CodePoints StripOf(const CodePoints& iText, int iMode, char32_t iChar) {
   if ((iChar >= 0xD800 && iChar <= 0xDFFF) || iChar > 0x10FFFF) iChar = 0xFFFD;
-  std::size_t begin = 0;
-  std::size_t end = iText.size();
+  auto begin = iText.begin();
+  auto end = iText.end();
   if (iMode == 0 || iMode == 1) {
-    while (begin < end && iText[begin] == iChar) ++begin;
+    while (begin != end && *begin == iChar) ++begin;
   }
   if (iMode == 2 || iMode == 1) {
-    while (end > begin && iText[end - 1] == iChar) --end;
+    while (end != begin && *(end - 1) == iChar) --end;
   }
-  return CodePoints(iText.begin() + begin, iText.begin() + end);
+  return CodePoints(begin, end);
 }
 
 }  // namespace

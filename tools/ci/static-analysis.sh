@@ -1,22 +1,24 @@
 #!/usr/bin/env bash
-# Static analysis of the library, the platform, the tests and the
-# command-line tool: clang-tidy (checks in .clang-tidy, every finding an
-# error) and cppcheck, both on the compile database of the static-analysis
-# preset (build/tidy). Fails on any finding of either tool.
+# Static analysis of the library, the platform, the tests, the command-line
+# tool and the fuzz targets: clang-tidy (checks in .clang-tidy, every finding
+# an error) and cppcheck, both on the compile database of the static-analysis
+# preset (build/tidy; it holds the fuzz targets' sources too, compiled
+# without libFuzzer). Fails on any finding of either tool.
 #
 # Usage: tools/ci/static-analysis.sh
 #   TIDY_DIRS      directories checked by clang-tidy, relative to the
-#                  repository (default: Platform VirtualServices tools/lumsess)
+#                  repository (default: Platform VirtualServices tools/lumsess
+#                  fuzz)
 #   CPPCHECK_DIRS  directories checked by cppcheck
-#                  (default: Platform VirtualServices tests tools/lumsess)
+#                  (default: Platform VirtualServices tests tools/lumsess fuzz)
 # e.g. TIDY_DIRS=tests tools/ci/static-analysis.sh to check the tests too
 # (clang-tidy takes some ten minutes of processor time on them).
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$PWD
 
-read -r -a tidy_directories <<<"${TIDY_DIRS:-Platform VirtualServices tools/lumsess}"
-read -r -a cppcheck_directories <<<"${CPPCHECK_DIRS:-Platform VirtualServices tests tools/lumsess}"
+read -r -a tidy_directories <<<"${TIDY_DIRS:-Platform VirtualServices tools/lumsess fuzz}"
+read -r -a cppcheck_directories <<<"${CPPCHECK_DIRS:-Platform VirtualServices tests tools/lumsess fuzz}"
 
 for tool in run-clang-tidy clang-tidy cppcheck; do
   command -v "$tool" >/dev/null || { echo "static analysis: $tool is not installed" >&2; exit 2; }

@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -143,6 +144,7 @@ std::map<int, std::vector<std::string>> DeclaredEntries() {
 
 std::string IndexList(const std::vector<int>& iIndices) {
   std::vector<std::string> texts;
+  texts.reserve(iIndices.size());
   for (const int index : iIndices) texts.push_back(std::to_string(index));
   return Join(texts, ", ");
 }
@@ -351,11 +353,19 @@ std::vector<CatalogueFiles> FindCatalogues(const std::vector<std::string>& iDire
         }
       }
       if (used.GetState() != KORResourceFile::Loaded) {
-        ioFindings.problems.push_back("the catalogue " + catalogue.name + " has no " +
-                                      (level.empty()
-                                           ? "default-language file " + relative
-                                           : "file in language " + level + " (" + relative + ")") +
-                                      " in " + Join(iDirectories, ":") + ".");
+        std::string problem = "the catalogue ";
+        problem.append(catalogue.name).append(" has no ");
+        if (level.empty()) {
+          problem.append("default-language file ").append(relative);
+        } else {
+          problem.append("file in language ")
+              .append(level)
+              .append(" (")
+              .append(relative)
+              .append(")");
+        }
+        problem.append(" in ").append(Join(iDirectories, ":")).append(".");
+        ioFindings.problems.push_back(std::move(problem));
       }
       catalogue.files.emplace(level, used);
     }
@@ -395,9 +405,9 @@ std::vector<MissingKey> FindMissingKeys(
     Findings& ioFindings) {
   std::vector<MissingKey> missing;
   for (const auto& [catalogueName, key] : iKeys) {
-    const auto catalogue =
-        std::find_if(iCatalogues.begin(), iCatalogues.end(),
-                     [&](const CatalogueFiles& c) { return c.name == catalogueName; });
+    const auto catalogue = std::find_if(
+        iCatalogues.begin(), iCatalogues.end(),
+        [&wanted = catalogueName](const CatalogueFiles& c) { return c.name == wanted; });
     MissingKey entry{catalogueName, key, {}};
     for (const std::string& level : iLevels) {
       const KORResourceFile& file = catalogue->files.at(level);
@@ -407,8 +417,14 @@ std::vector<MissingKey> FindMissingKeys(
       }
     }
     if (!entry.levels.empty()) {
-      ioFindings.problems.push_back("the key " + key + " of the catalogue " + catalogueName +
-                                    " is missing in " + Join(entry.levels, ", ") + ".");
+      std::string problem = "the key ";
+      problem.append(key)
+          .append(" of the catalogue ")
+          .append(catalogueName)
+          .append(" is missing in ")
+          .append(Join(entry.levels, ", "))
+          .append(".");
+      ioFindings.problems.push_back(std::move(problem));
       missing.push_back(std::move(entry));
     }
   }

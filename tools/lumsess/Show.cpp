@@ -18,8 +18,10 @@ namespace lumsess {
 
 namespace {
 
+// Every member starts empty, so that the options, built before main, cannot
+// throw there; SetupShow puts the default type.
 struct ShowOptions {
-  std::string type = "graph";
+  std::string type;
   std::string file;
   std::string viewer;
   std::string viewerDef;
@@ -106,6 +108,7 @@ unsigned long ParseOptions(const std::string& iValue) {
 CLI::App* SetupShow(CLI::App& ioApp) {
   CLI::App* command = ioApp.add_subcommand(
       "show", "Show one session file's display line and its untranslated string form");
+  gOptions.type = "graph";  // the default, which --help shows
   command->add_option("--type", gOptions.type, "Kind of session file: graph, query or none")
       ->capture_default_str();
   command->add_option("--file", gOptions.file, "The session file's path");

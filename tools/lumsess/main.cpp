@@ -1,6 +1,7 @@
 // lumsess: shows where session files live, which viewers can show them and
 // how they read in the user's language, and checks the configuration that
-// decides it. main only builds the command line, parses it and dispatches.
+// decides it. This file only builds the command line, parses it and
+// dispatches.
 #include <exception>
 #include <iostream>
 
@@ -9,9 +10,13 @@
 #include "Configuration.h"
 #include "Lumsess.h"
 
-int main(int argc, char** argv) {
-  using namespace lumsess;
+namespace lumsess {
+namespace {
 
+// Builds the command line, parses it and runs the command; returns the exit
+// status. What the command reports ends it through ExitRequest, which main
+// catches along with any other failure.
+int Run(int argc, char** argv) {
   CLI::App app(
       "Session files of the product-data-management client: where they live, which viewers can "
       "show them, and how they read in your language.\nWith no command: an overview of all of it.",
@@ -51,18 +56,27 @@ int main(int argc, char** argv) {
     return kUsage;
   }
 
+  ApplyConfiguration(global);
+  if (paths->parsed()) return RunPaths(global);
+  if (viewers->parsed()) return RunViewers(global);
+  if (show->parsed()) return RunShow(global);
+  if (list->parsed()) return RunList(global);
+  if (check->parsed()) return RunCheck(global);
+  return RunOverview(global);
+}
+
+}  // namespace
+}  // namespace lumsess
+
+// Nothing leaves main as an exception: building the command line can throw
+// too, not only the command.
+int main(int argc, char** argv) {
   try {
-    ApplyConfiguration(global);
-    if (paths->parsed()) return RunPaths(global);
-    if (viewers->parsed()) return RunViewers(global);
-    if (show->parsed()) return RunShow(global);
-    if (list->parsed()) return RunList(global);
-    if (check->parsed()) return RunCheck(global);
-    return RunOverview(global);
-  } catch (const ExitRequest& request) {
+    return lumsess::Run(argc, argv);
+  } catch (const lumsess::ExitRequest& request) {
     return request.status;
   } catch (const std::exception& error) {
     std::cerr << "lumsess: unexpected failure: " << error.what() << std::endl;
-    return kProblems;
+    return lumsess::kProblems;
   }
 }
