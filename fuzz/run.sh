@@ -37,31 +37,58 @@ scratch=${TMPDIR:-/tmp}
 work=$(mktemp -d "$scratch/vx0sess0-fuzz-run.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 
-failed=()
-summary=()
+# Targets run side by side, one per processor (FUZZ_JOBS, default: all of
+# them): each still gets its SECONDS of fuzzing on a processor of its own,
+# and the step takes a fraction of the time.
+jobs=${FUZZ_JOBS:-$(nproc)}
+((jobs >= 1)) || jobs=1
+
+# Runs one target; its exit status goes to $work/<target>.status.
+run_target() {
+  local target=$1
+  local executable="$build/fuzz/$target"
+  local corpus="$build/corpus/$target"
+  mkdir -p "$corpus"
+  local options=(-max_total_time="$seconds" -timeout=25 -print_final_stats=1
+                 -artifact_prefix="$build/artifacts/$target-")
+  [[ -f fuzz/$target.dict ]] && options+=(-dict="fuzz/$target.dict")
+  local status=0
+  TMPDIR="$work" "$executable" "${options[@]}" "$corpus" "fuzz/corpus/$target" \
+    >"$work/$target.log" 2>&1 || status=$?
+  echo "$status" >"$work/$target.status"
+}
+
 for target in "${targets[@]}"; do
-  executable="$build/fuzz/$target"
-  if [[ ! -x $executable ]]; then
+  if [[ ! -x $build/fuzz/$target ]]; then
     echo "no such fuzz target: $target" >&2
     exit 2
   fi
-  corpus="$build/corpus/$target"
-  mkdir -p "$corpus"
-  options=(-max_total_time="$seconds" -timeout=25 -print_final_stats=1
-           -artifact_prefix="$build/artifacts/$target-")
-  [[ -f fuzz/$target.dict ]] && options+=(-dict="fuzz/$target.dict")
-  echo "== $target: $seconds s =="
+done
+echo "== ${targets[*]}: $seconds s each, $jobs at a time =="
+running=0
+for target in "${targets[@]}"; do
+  if ((running >= jobs)); then
+    wait -n || true  # a target's own status is in its status file
+    running=$((running - 1))
+  fi
+  run_target "$target" &
+  running=$((running + 1))
+done
+wait || true
+
+failed=()
+summary=()
+for target in "${targets[@]}"; do
   log="$work/$target.log"
-  status=0
-  TMPDIR="$work" "$executable" "${options[@]}" "$corpus" "fuzz/corpus/$target" \
-    >"$log" 2>&1 || status=$?
+  status=$(cat "$work/$target.status" 2>/dev/null || echo "no status")
   executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -n 1)
   coverage=$(grep -o 'cov: [0-9]*' "$log" | tail -n 1 || true)
-  if ((status != 0)); then
+  if [[ $status != 0 ]]; then
     failed+=("$target")
     summary+=("$target: FAILED (exit $status)")
     # The report: the end of the log, where libFuzzer and the sanitizers
     # write what happened and which input did it.
+    echo "== $target =="
     tail -n 60 "$log"
   else
     summary+=("$target: ${executions:-?} executions, ${coverage:-cov: ?}")

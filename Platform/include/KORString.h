@@ -76,7 +76,15 @@ class KORPLATFORM_API KORString {
   // longer text is on the heap, in a buffer of _capacity bytes plus its NUL.
   static constexpr std::size_t kInline = 39;
 
-  [[nodiscard]] const char* data() const noexcept { return _heap ? _heap : _inline; }
+  // The text's buffer, inline or on the heap.
+  [[nodiscard]] const char* data() const noexcept {
+    if (_heap) return _heap;
+    return _inline;
+  }
+  [[nodiscard]] char* buffer() noexcept {
+    if (_heap) return _heap;
+    return _inline;
+  }
   void Assign(const char* iText, std::size_t iLength);
   void AppendBytes(const char* iText, std::size_t iLength);
 

@@ -214,7 +214,7 @@ KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
     diagnostic =
         Diagnose(_catalogName.View(), iKey.View(), cache.languages, cache.directories, catalog);
   }
-  KORRaise(new KORNLSCatalogError(KORString(std::move(diagnostic))));
+  KORRaise(new KORNLSCatalogError(KORString(diagnostic)));
 }
 
 void KORMsgCatalog::FlushCache() {

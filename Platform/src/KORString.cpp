@@ -54,16 +54,16 @@ KORString::~KORString() { delete[] _heap; }
 void KORString::Assign(const char* iText, std::size_t iLength) {
   if (iLength > _capacity) {
     // A new buffer: iText may lie in the old one, which is released after.
-    char* buffer = new char[iLength + 1];
-    std::memcpy(buffer, iText, iLength);
+    char* grown = new char[iLength + 1];
+    std::memcpy(grown, iText, iLength);
     delete[] _heap;
-    _heap = buffer;
+    _heap = grown;
     _capacity = iLength;
   } else {
-    std::memmove(_heap ? _heap : _inline, iText, iLength);
+    std::memmove(buffer(), iText, iLength);
   }
   _size = iLength;
-  (_heap ? _heap : _inline)[_size] = '\0';
+  buffer()[_size] = '\0';
 }
 
 void KORString::AppendBytes(const char* iText, std::size_t iLength) {
@@ -73,17 +73,17 @@ void KORString::AppendBytes(const char* iText, std::size_t iLength) {
     // iText may lie in this string's own buffer: copy it from the old
     // buffer before releasing it.
     const std::size_t capacity = std::max(size, 2 * _capacity);
-    char* buffer = new char[capacity + 1];
-    std::memcpy(buffer, data(), _size);
-    std::memcpy(buffer + _size, iText, iLength);
+    char* grown = new char[capacity + 1];
+    std::memcpy(grown, data(), _size);
+    std::memcpy(grown + _size, iText, iLength);
     delete[] _heap;
-    _heap = buffer;
+    _heap = grown;
     _capacity = capacity;
   } else {
-    std::memmove((_heap ? _heap : _inline) + _size, iText, iLength);
+    std::memmove(buffer() + _size, iText, iLength);
   }
   _size = size;
-  (_heap ? _heap : _inline)[_size] = '\0';
+  buffer()[_size] = '\0';
 }
 
 KORString& KORString::Append(const KORString& iOther) {
