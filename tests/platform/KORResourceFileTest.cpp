@@ -266,6 +266,36 @@ TEST(KORResourceFile, FileOfTensOfMegabytesIsLoaded) {
   EXPECT_EQ(ValueOf(file, "Key.299999"), filler);
 }
 
+TEST(KORResourceFile, EveryKeyOfAFileOfManyKeysIsFoundWithItsLastValue) {
+  // Enough keys for the index to grow many times past its smallest size;
+  // every tenth key is declared again at the end of the file.
+  const int keys = 20000;
+  std::string text;
+  for (int i = 0; i < keys; ++i) {
+    text.append("Key.").append(std::to_string(i)).append(" = first ");
+    text.append(std::to_string(i)).append("\n");
+  }
+  for (int i = 0; i < keys; i += 10) {
+    text.append("Key.").append(std::to_string(i)).append(" = again ");
+    text.append(std::to_string(i)).append("\n");
+  }
+  const KORResourceFile file = KORResourceFile::Parse(text, "many.dcls");
+  EXPECT_EQ(file.GetSize(), keys);
+  EXPECT_EQ(file.GetProblems().Size(), keys / 10);
+  for (int i = 0; i < keys; ++i) {
+    const std::string key = "Key." + std::to_string(i);
+    const std::string expected = (i % 10 == 0 ? "again " : "first ") + std::to_string(i);
+    ASSERT_EQ(ValueOf(file, key.c_str()), expected) << key;
+  }
+  for (const char* undeclared : {"Key.20000", "Key.-1", "Key.", "Key", "", "key.1"}) {
+    EXPECT_EQ(ValueOf(file, undeclared), "<undeclared>") << undeclared;
+  }
+  const KORListValKORUnicodeString listed = file.GetKeys();
+  ASSERT_EQ(listed.Size(), keys);
+  EXPECT_EQ(listed[1], KORUnicodeString("Key.0"));
+  EXPECT_EQ(listed[keys], KORUnicodeString("Key.19999"));
+}
+
 // --- Files ---------------------------------------------------------------------
 
 TEST(KORResourceFile, LoadReadsTheFileAndNamesItInProblems) {
@@ -283,6 +313,7 @@ TEST(KORResourceFile, EmptyFileIsLoadedWithoutKeysAndWithoutProblems) {
   const KORResourceFile file = KORResourceFile::Load(directory.Write("empty.dcls", "").c_str());
   EXPECT_EQ(file.GetState(), KORResourceFile::Loaded);
   EXPECT_EQ(file.GetSize(), 0);
+  EXPECT_EQ(file.Find("Key"), nullptr);
   EXPECT_EQ(ProblemsOf(file), "");
 }
 
@@ -347,4 +378,5 @@ TEST(KORResourceFile, DefaultConstructedFileIsAbsentAndEmpty) {
   EXPECT_EQ(file.GetState(), KORResourceFile::Absent);
   EXPECT_EQ(file.GetSize(), 0);
   EXPECT_EQ(file.GetKeys().Size(), 0);
+  EXPECT_EQ(file.Find(""), nullptr);
 }
