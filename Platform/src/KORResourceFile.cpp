@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -28,10 +29,21 @@ struct kor_detail::ResourceFileContent {
     std::uint32_t declaration;
   };
 
+  // The hash of a key in the index.
+  [[nodiscard]] static std::uint32_t HashOf(std::string_view iKey) noexcept {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
+  }
+
   // The key of the declaration at iPosition (a view into keyText).
   [[nodiscard]] std::string_view KeyOf(std::size_t iPosition) const noexcept {
     const std::size_t begin = iPosition == 0 ? 0 : keyEnds[iPosition - 1];
     return std::string_view(keyText.data() + begin, keyEnds[iPosition] - begin);
+  }
+
+  // Whether Find gives the declaration at iPosition for its key, that is
+  // whether no later declaration of the same key overrides it.
+  [[nodiscard]] bool IsLast(std::size_t iPosition) const noexcept {
+    return overridden.empty() || !overridden[iPosition];
   }
 
   // The place of iKey (whose hash is iHash) in the index, or the free place
@@ -59,9 +71,21 @@ struct kor_detail::ResourceFileContent {
   // without declarations).
   std::vector<Slot> slots;
   std::size_t keyCount = 0;
+  // For each declaration, whether a later one of the same key overrides it;
+  // empty when no key is declared twice.
+  std::vector<bool> overridden;
   // Positions of the first declaration of each key, in file order.
   std::vector<std::uint32_t> firstDeclarations;
   std::vector<Problem> problems;
+  // The position just after the declaration Find gave last: where Find looks
+  // first. Tables are mostly read in the order they are written, and that
+  // place is next to what the previous lookup touched, whereas the index
+  // place of a key is anywhere in a table that a large file makes larger
+  // than the caches. Any value is a valid guess, checked before use, so the
+  // threads that share the content may update it without ordering. On a
+  // cache line of its own, so that writing it does not take from the other
+  // threads the lines that they only read.
+  alignas(64) mutable std::atomic<std::size_t> expected{0};
 };
 
 namespace {
@@ -210,7 +234,7 @@ void BuildIndex(Declarations& ioDeclarations) {
   malformed.swap(content.problems);
   for (std::uint32_t position = 0; position < count; ++position) {
     const std::string_view key = content.KeyOf(position);
-    const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(key));
+    const std::uint32_t hash = Content::HashOf(key);
     Content::Slot& slot = content.slots[content.PlaceOf(key, hash)];
     if (slot.declaration == 0) {
       slot = {hash, position + 1};
@@ -225,6 +249,8 @@ void BuildIndex(Declarations& ioDeclarations) {
         .append(std::to_string(previous))
         .append("): the last declaration wins");
     AddProblem(content, ioDeclarations.lines[position], reason);
+    if (content.overridden.empty()) content.overridden.resize(count);
+    content.overridden[slot.declaration - 1] = true;
     slot.declaration = position + 1;
   }
   if (malformed.empty()) return;
@@ -353,10 +379,16 @@ int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content
 
 const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexcept {
   const Content& content = *_content;
+  const std::size_t guess = content.expected.load(std::memory_order_relaxed);
+  if (guess < content.values.size() && content.IsLast(guess) && content.KeyOf(guess) == iKey) {
+    content.expected.store(guess + 1, std::memory_order_relaxed);
+    return &content.values[guess];
+  }
   if (content.slots.empty()) return nullptr;
-  const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
-  const std::uint32_t declaration = content.slots[content.PlaceOf(iKey, hash)].declaration;
+  const std::uint32_t declaration =
+      content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
   if (declaration == 0) return nullptr;
+  content.expected.store(declaration, std::memory_order_relaxed);
   return &content.values[declaration - 1];
 }
 

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "TemporaryDirectory.h"
 
@@ -200,6 +202,48 @@ TEST(KORResourceFile, ProblemsAreListedInLineOrder) {
             "f:2: no '=' between a key and a value\n"
             "f:3: key \"K\" declared again (previously at line 1): the last declaration wins\n"
             "f:4: no '=' between a key and a value\n");
+}
+
+TEST(KORResourceFile, LookupsInAnyOrderGiveTheLastDeclaration) {
+  const KORResourceFile file =
+      KORResourceFile::Parse("A = 1\nB = old\nC = 3\nB = new\nD = 4\n", "f");
+  // In file order: after A comes the first declaration of B, which the last
+  // one overrides.
+  EXPECT_EQ(ValueOf(file, "A"), "1");
+  EXPECT_EQ(ValueOf(file, "B"), "new");
+  EXPECT_EQ(ValueOf(file, "D"), "4");
+  EXPECT_EQ(ValueOf(file, "E"), "<undeclared>");
+  // Backwards, the same key twice, and after the last declaration.
+  EXPECT_EQ(ValueOf(file, "C"), "3");
+  EXPECT_EQ(ValueOf(file, "C"), "3");
+  EXPECT_EQ(ValueOf(file, "A"), "1");
+  EXPECT_EQ(ValueOf(file, "B"), "new");
+  EXPECT_EQ(ValueOf(file, "D"), "4");
+  EXPECT_EQ(ValueOf(file, "A"), "1");
+}
+
+TEST(KORResourceFile, ThreadsSharingAFileFindEveryKey) {
+  const int keys = 2000;
+  std::string text;
+  for (int i = 0; i < keys; ++i) {
+    text.append("K").append(std::to_string(i)).append(" = ").append(std::to_string(i)).append("\n");
+  }
+  const KORResourceFile file = KORResourceFile::Parse(text, "f");
+  // Each thread reads every key many times in an order of its own.
+  std::vector<int> wrong(4, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&file, &wrong, t, keys] {
+      for (int round = 0; round < 20; ++round) {
+        for (int n = 0; n < keys; ++n) {
+          const int i = t % 2 == 0 ? n : (n * 7 + t) % keys;
+          if (ValueOf(file, ("K" + std::to_string(i)).c_str()) != std::to_string(i)) ++wrong[t];
+        }
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, std::vector<int>(4, 0));
 }
 
 // --- Encoding and line ends ---------------------------------------------------
