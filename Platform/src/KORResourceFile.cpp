@@ -232,12 +232,23 @@ void BuildIndex(Declarations& ioDeclarations) {
   // the duplicates here: one merge keeps the whole list in line order.
   std::vector<Content::Problem> malformed;
   malformed.swap(content.problems);
+  // The hashes first, in one pass over the keys; then the place of each key
+  // is fetched a few keys before it is needed, so that the cache misses of
+  // places spread over a large table overlap instead of following each other.
+  std::vector<std::uint32_t> hashes(count);
+  for (std::size_t position = 0; position < count; ++position) {
+    hashes[position] = Content::HashOf(content.KeyOf(position));
+  }
+  constexpr std::size_t kFetchAhead = 8;
+  const std::size_t mask = content.slots.size() - 1;
   for (std::uint32_t position = 0; position < count; ++position) {
+    if (position + kFetchAhead < count) {
+      __builtin_prefetch(&content.slots[hashes[position + kFetchAhead] & mask]);
+    }
     const std::string_view key = content.KeyOf(position);
-    const std::uint32_t hash = Content::HashOf(key);
-    Content::Slot& slot = content.slots[content.PlaceOf(key, hash)];
+    Content::Slot& slot = content.slots[content.PlaceOf(key, hashes[position])];
     if (slot.declaration == 0) {
-      slot = {hash, position + 1};
+      slot = {hashes[position], position + 1};
       ++content.keyCount;
       content.firstDeclarations.push_back(position);
       continue;
