@@ -5,6 +5,7 @@
 
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "TemporaryDirectory.h"
@@ -207,19 +208,17 @@ TEST(KORResourceFile, ProblemsAreListedInLineOrder) {
 TEST(KORResourceFile, LookupsInAnyOrderGiveTheLastDeclaration) {
   const KORResourceFile file =
       KORResourceFile::Parse("A = 1\nB = old\nC = 3\nB = new\nD = 4\n", "f");
-  // In file order: after A comes the first declaration of B, which the last
-  // one overrides.
-  EXPECT_EQ(ValueOf(file, "A"), "1");
-  EXPECT_EQ(ValueOf(file, "B"), "new");
-  EXPECT_EQ(ValueOf(file, "D"), "4");
-  EXPECT_EQ(ValueOf(file, "E"), "<undeclared>");
-  // Backwards, the same key twice, and after the last declaration.
-  EXPECT_EQ(ValueOf(file, "C"), "3");
-  EXPECT_EQ(ValueOf(file, "C"), "3");
-  EXPECT_EQ(ValueOf(file, "A"), "1");
-  EXPECT_EQ(ValueOf(file, "B"), "new");
-  EXPECT_EQ(ValueOf(file, "D"), "4");
-  EXPECT_EQ(ValueOf(file, "A"), "1");
+  // In this order: in file order (after A comes the first declaration of B,
+  // which the last one overrides), an undeclared key, backwards, the same key
+  // twice, and a key after the last declaration.
+  const std::pair<const char*, const char*> lookups[] = {
+      {"A", "1"}, {"B", "new"}, {"D", "4"}, {"E", "<undeclared>"},
+      {"C", "3"}, {"C", "3"},   {"A", "1"}, {"B", "new"},
+      {"D", "4"}, {"A", "1"}};
+  int number = 0;
+  for (const auto& [key, expected] : lookups) {
+    EXPECT_EQ(ValueOf(file, key), expected) << "lookup " << ++number << " of " << key;
+  }
 }
 
 TEST(KORResourceFile, ThreadsSharingAFileFindEveryKey) {
