@@ -9,10 +9,10 @@
 //   - where the time of a line without catalogues goes: one lookup of a
 //     missing text (raised and caught), one found text, and the platform's
 //     raise-and-catch of a catalogue error on its own;
-//   - the first reading of a METHOD_LIST table of 1,000 and of 10,000
+//   - the first reading of a METHOD_LIST table of 1,000, 10,000 and 100,000
 //     entries with many distinct objects (two viewers per object), against
-//     reading the same keys with KORLumPool directly: the ratio of the two
-//     sizes tells how the reading grows.
+//     reading the same keys with KORLumPool directly: the ratios of
+//     successive sizes tell how the reading grows.
 //
 // The library reads its viewer catalogue once per load. To measure that first
 // reading again and again, each iteration loads a private copy of the
@@ -344,7 +344,7 @@ void RaiseAndCatchOfACatalogueError(benchmark::State& ioState) {
 }
 BENCHMARK(RaiseAndCatchOfACatalogueError);
 
-// --- First reading of a METHOD_LIST table of 1,000 and 10,000 entries ---
+// --- First reading of a METHOD_LIST table of 1,000, 10,000 and 100,000 entries ---
 
 // iEntries kept entries: viewers Viewer1, Viewer2, ..., two per object (so
 // iEntries / 2 distinct objects), each with a label; every object with a
@@ -429,6 +429,7 @@ void ViewerCatalogueFirstReadWithLoadAndUnload(benchmark::State& ioState) {
 BENCHMARK(ViewerCatalogueFirstReadWithLoadAndUnload)
     ->Arg(1000)
     ->Arg(10000)
+    ->Arg(100000)
     ->Unit(benchmark::kMicrosecond);
 
 // Baseline of the previous one: the same loading and unloading, without
@@ -451,7 +452,7 @@ void LoadAndUnloadOnly(benchmark::State& ioState) {
     }
   }
 }
-BENCHMARK(LoadAndUnloadOnly)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(LoadAndUnloadOnly)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
 // Baseline: the same file loaded and its keys read with KORLumPool directly,
 // as the library reads them (five keys per entry, then the missing WHERE).
@@ -485,7 +486,11 @@ void MethodListReadWithThePool(benchmark::State& ioState) {
   }
   ioState.SetItemsProcessed(static_cast<int64_t>(ioState.iterations()) * entries);
 }
-BENCHMARK(MethodListReadWithThePool)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(MethodListReadWithThePool)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -5,38 +5,87 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <iterator>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 struct kor_detail::ResourceFileContent {
-  struct Entry {
-    KORUnicodeString key;
-    KORUnicodeString value;
-    int line;
-  };
   struct Problem {
     int line;  // 0 for a problem of the whole file
     // Read by Problems(); cppcheck misses reads through a range-for.
     // cppcheck-suppress unusedStructMember
     std::string text;
   };
+  // One place of the key index: the key's hash, and 1 + the position of the
+  // key's last declaration (0 for a free place).
+  struct Slot {
+    std::uint32_t hash;
+    std::uint32_t declaration;
+  };
+
+  // The hash of a key in the index.
+  [[nodiscard]] static std::uint32_t HashOf(std::string_view iKey) noexcept {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
+  }
+
+  // The key of the declaration at iPosition (a view into keyText).
+  [[nodiscard]] std::string_view KeyOf(std::size_t iPosition) const noexcept {
+    const std::size_t begin = iPosition == 0 ? 0 : keyEnds[iPosition - 1];
+    return std::string_view(keyText.data() + begin, keyEnds[iPosition] - begin);
+  }
+
+  // Whether Find gives the declaration at iPosition for its key, that is
+  // whether no later declaration of the same key overrides it.
+  [[nodiscard]] bool IsLast(std::size_t iPosition) const noexcept {
+    return overridden.empty() || !overridden[iPosition];
+  }
+
+  // The place of iKey (whose hash is iHash) in the index, or the free place
+  // where it would go. The index must have places.
+  [[nodiscard]] std::size_t PlaceOf(std::string_view iKey, std::uint32_t iHash) const noexcept {
+    const std::size_t mask = slots.size() - 1;
+    for (std::size_t place = iHash & mask;; place = (place + 1) & mask) {
+      const Slot& slot = slots[place];
+      if (slot.declaration == 0) return place;
+      if (slot.hash == iHash && KeyOf(slot.declaration - 1) == iKey) return place;
+    }
+  }
 
   KORResourceFile::State state = KORResourceFile::Absent;
   KORString fileName;
-  // Every well-formed declaration in file order, duplicates included; never
-  // changed once the index is built, since the index keys view into it.
-  std::vector<Entry> entries;
-  // Key -> position in entries of its last declaration.
-  std::unordered_map<std::string_view, std::uint32_t> index;
-  // Positions in entries of the first declaration of each key, in file order.
+  // Every well-formed declaration in file order, duplicates included, kept
+  // compact so that large files stay within the processor's caches: the keys
+  // one after the other in keyText (declaration i's key ends at keyEnds[i]
+  // and starts where the previous one ends), the values index for index.
+  std::string keyText;
+  std::vector<std::size_t> keyEnds;
+  std::vector<KORUnicodeString> values;
+  // Key -> its last declaration: open addressing with linear probing, a
+  // power of two of places, at most half of them taken (none for a file
+  // without declarations).
+  std::vector<Slot> slots;
+  std::size_t keyCount = 0;
+  // For each declaration, whether a later one of the same key overrides it;
+  // empty when no key is declared twice.
+  std::vector<bool> overridden;
+  // Positions of the first declaration of each key, in file order.
   std::vector<std::uint32_t> firstDeclarations;
   std::vector<Problem> problems;
+  // The position just after the declaration Find gave last: where Find looks
+  // first. Tables are mostly read in the order they are written, and that
+  // place is next to what the previous lookup touched, whereas the index
+  // place of a key is anywhere in a table that a large file makes larger
+  // than the caches. Any value is a valid guess, checked before use, so the
+  // threads that share the content may update it without ordering. On a
+  // cache line of its own, so that writing it does not take from the other
+  // threads the lines that they only read.
+  alignas(64) mutable std::atomic<std::size_t> expected{0};
 };
 
 namespace {
@@ -104,10 +153,38 @@ std::string DecodeQuoted(std::string_view iQuoted, std::string& oValue) {
   }
 }
 
-// Parses one line (without its line end) into ioContent.
-void ParseLine(Content& ioContent, std::string_view iLine, int iNumber, std::string& ioScratch) {
+// The declarations of a file while it is parsed: the content they go into,
+// and the line of each, which only the report of a duplicate needs.
+struct Declarations {
+  Content& content;
+  std::vector<int> lines;
+  std::string scratch;  // a decoded quoted value
+};
+
+// Records the declaration iKey = iValue of line iNumber (iValue as read).
+void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::string_view iValue,
+                    int iNumber) {
+  Content& content = ioDeclarations.content;
+  // The key is kept as valid UTF-8, as every text of the platform is: bytes
+  // that are not become U+FFFD, so that Find compares with what callers hold.
+  const bool ascii = std::all_of(iKey.begin(), iKey.end(), [](char iChar) {
+    return static_cast<unsigned char>(iChar) < 0x80;
+  });
+  if (ascii) {
+    content.keyText.append(iKey);
+  } else {
+    content.keyText.append(KORUnicodeString(iKey.data(), iKey.size()).View());
+  }
+  content.keyEnds.push_back(content.keyText.size());
+  content.values.emplace_back(iValue.data(), iValue.size());
+  ioDeclarations.lines.push_back(iNumber);
+}
+
+// Parses one line (without its line end) into ioDeclarations.
+void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber) {
+  Content& content = ioDeclarations.content;
   if (std::memchr(iLine.data(), '\0', iLine.size()) != nullptr) {
-    AddProblem(ioContent, iNumber, "NUL byte in the line");
+    AddProblem(content, iNumber, "NUL byte in the line");
     return;
   }
   const std::string_view text = TrimBlanks(iLine);
@@ -115,64 +192,85 @@ void ParseLine(Content& ioContent, std::string_view iLine, int iNumber, std::str
 
   const std::size_t equal = text.find('=');
   if (equal == std::string_view::npos) {
-    AddProblem(ioContent, iNumber, "no '=' between a key and a value");
+    AddProblem(content, iNumber, "no '=' between a key and a value");
     return;
   }
   const std::string_view key = TrimBlanks(text.substr(0, equal));
   if (key.empty()) {
-    AddProblem(ioContent, iNumber, "empty key before '='");
+    AddProblem(content, iNumber, "empty key before '='");
     return;
   }
   if (std::find_if(key.begin(), key.end(), IsBlank) != key.end()) {
-    AddProblem(ioContent, iNumber, std::string("blank inside the key \"").append(key).append("\""));
+    AddProblem(content, iNumber, std::string("blank inside the key \"").append(key).append("\""));
     return;
   }
   const std::string_view value = TrimBlanks(text.substr(equal + 1));
   if (!value.empty() && value[0] == '"') {
-    const std::string reason = DecodeQuoted(value, ioScratch);
+    const std::string reason = DecodeQuoted(value, ioDeclarations.scratch);
     if (!reason.empty()) {
-      AddProblem(ioContent, iNumber, reason);
+      AddProblem(content, iNumber, reason);
       return;
     }
-    ioContent.entries.push_back({KORUnicodeString(key.data(), key.size()),
-                                 KORUnicodeString(ioScratch.data(), ioScratch.size()), iNumber});
+    AddDeclaration(ioDeclarations, key, ioDeclarations.scratch, iNumber);
   } else {
-    ioContent.entries.push_back({KORUnicodeString(key.data(), key.size()),
-                                 KORUnicodeString(value.data(), value.size()), iNumber});
+    AddDeclaration(ioDeclarations, key, value, iNumber);
   }
 }
 
-// Builds the key index once every entry is in place; records duplicates.
-void BuildIndex(Content& ioContent) {
-  ioContent.index.reserve(ioContent.entries.size());
-  ioContent.firstDeclarations.reserve(ioContent.entries.size());
+// Builds the key index once every declaration is in place; records
+// duplicates.
+void BuildIndex(Declarations& ioDeclarations) {
+  Content& content = ioDeclarations.content;
+  const std::size_t count = content.values.size();
+  content.firstDeclarations.reserve(count);
+  if (count > 0) {
+    std::size_t places = 8;
+    while (places < 2 * count) places *= 2;
+    content.slots.assign(places, Content::Slot{0, 0});
+  }
   // The malformed lines were recorded in line order while parsing, and so are
   // the duplicates here: one merge keeps the whole list in line order.
   std::vector<Content::Problem> malformed;
-  malformed.swap(ioContent.problems);
-  for (std::uint32_t position = 0; position < ioContent.entries.size(); ++position) {
-    const Content::Entry& entry = ioContent.entries[position];
-    auto [slot, inserted] = ioContent.index.emplace(entry.key.View(), position);
-    if (inserted) {
-      ioContent.firstDeclarations.push_back(position);
+  malformed.swap(content.problems);
+  // The hashes first, in one pass over the keys; then the place of each key
+  // is fetched a few keys before it is needed, so that the cache misses of
+  // places spread over a large table overlap instead of following each other.
+  std::vector<std::uint32_t> hashes(count);
+  for (std::size_t position = 0; position < count; ++position) {
+    hashes[position] = Content::HashOf(content.KeyOf(position));
+  }
+  constexpr std::size_t kFetchAhead = 8;
+  const std::size_t mask = content.slots.size() - 1;
+  for (std::uint32_t position = 0; position < count; ++position) {
+    if (position + kFetchAhead < count) {
+      __builtin_prefetch(&content.slots[hashes[position + kFetchAhead] & mask]);
+    }
+    const std::string_view key = content.KeyOf(position);
+    Content::Slot& slot = content.slots[content.PlaceOf(key, hashes[position])];
+    if (slot.declaration == 0) {
+      slot = {hashes[position], position + 1};
+      ++content.keyCount;
+      content.firstDeclarations.push_back(position);
       continue;
     }
-    const int previous = ioContent.entries[slot->second].line;
+    const int previous = ioDeclarations.lines[slot.declaration - 1];
     std::string reason("key \"");
-    reason.append(entry.key.View())
+    reason.append(key)
         .append("\" declared again (previously at line ")
         .append(std::to_string(previous))
         .append("): the last declaration wins");
-    AddProblem(ioContent, entry.line, reason);
-    slot->second = position;
+    AddProblem(content, ioDeclarations.lines[position], reason);
+    if (content.overridden.empty()) content.overridden.resize(count);
+    content.overridden[slot.declaration - 1] = true;
+    slot.declaration = position + 1;
   }
   if (malformed.empty()) return;
   std::vector<Content::Problem> duplicates;
-  duplicates.swap(ioContent.problems);
-  ioContent.problems.reserve(malformed.size() + duplicates.size());
+  duplicates.swap(content.problems);
+  content.problems.reserve(malformed.size() + duplicates.size());
   std::merge(std::make_move_iterator(malformed.begin()), std::make_move_iterator(malformed.end()),
              std::make_move_iterator(duplicates.begin()), std::make_move_iterator(duplicates.end()),
-             std::back_inserter(ioContent.problems),
+             std::back_inserter(content.problems),
              [](const Content::Problem& iLeft, const Content::Problem& iRight) {
                return iLeft.line < iRight.line;
              });
@@ -183,7 +281,14 @@ void ParseInto(Content& ioContent, std::string_view iText) {
   if (iText.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     iText.remove_prefix(kByteOrderMark.size());
   }
-  std::string scratch;
+  Declarations declarations{ioContent, {}, {}};
+  // A line declares at most one key: reserving for every line spares the
+  // copies of growing, and pages reserved but never written cost no memory.
+  const std::size_t lines =
+      static_cast<std::size_t>(std::count(iText.begin(), iText.end(), '\n')) + 1;
+  ioContent.keyEnds.reserve(lines);
+  ioContent.values.reserve(lines);
+  declarations.lines.reserve(lines);
   int number = 0;
   while (!iText.empty()) {
     ++number;
@@ -194,9 +299,9 @@ void ParseInto(Content& ioContent, std::string_view iText) {
     std::string_view line = iText.substr(0, length);
     iText.remove_prefix(newline ? length + 1 : length);
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    ParseLine(ioContent, line, number, scratch);
+    ParseLine(declarations, line, number);
   }
-  BuildIndex(ioContent);
+  BuildIndex(declarations);
 }
 
 // Reads the whole regular file at iPath into oText. Returns an empty string
@@ -281,18 +386,28 @@ KORResourceFile::State KORResourceFile::GetState() const noexcept { return _cont
 
 const KORString& KORResourceFile::GetFileName() const noexcept { return _content->fileName; }
 
-int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->index.size()); }
+int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->keyCount); }
 
 const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexcept {
-  const auto found = _content->index.find(iKey);
-  if (found == _content->index.end()) return nullptr;
-  return &_content->entries[found->second].value;
+  const Content& content = *_content;
+  const std::size_t guess = content.expected.load(std::memory_order_relaxed);
+  if (guess < content.values.size() && content.IsLast(guess) && content.KeyOf(guess) == iKey) {
+    content.expected.store(guess + 1, std::memory_order_relaxed);
+    return &content.values[guess];
+  }
+  if (content.slots.empty()) return nullptr;
+  const std::uint32_t declaration =
+      content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
+  if (declaration == 0) return nullptr;
+  content.expected.store(declaration, std::memory_order_relaxed);
+  return &content.values[declaration - 1];
 }
 
 KORListValKORUnicodeString KORResourceFile::GetKeys() const {
   KORListValKORUnicodeString keys;
   for (const std::uint32_t position : _content->firstDeclarations) {
-    keys.Append(_content->entries[position].key);
+    const std::string_view key = _content->KeyOf(position);
+    keys.Append(KORUnicodeString(key.data(), key.size()));
   }
   return keys;
 }

@@ -222,6 +222,30 @@ TEST(KORLumViewerCatalog, TwoViewersOfOneObjectShareItsBag) {
   EXPECT_EQ(ListText(Utilities::GetNLSObjects()), "[O1] [O2]");
 }
 
+TEST(KORLumViewerCatalog, ManyObjectsKeepTheirBagsInTheOrderOfTheirFirstEntry) {
+  // 300 objects, each met three times: in order, backwards, then with a
+  // stride; each entry has its own command.
+  const int objects = 300;
+  std::vector<int> order;
+  for (int i = 0; i < objects; ++i) order.push_back(i);
+  for (int i = objects - 1; i >= 0; --i) order.push_back(i);
+  for (int i = 0; i < objects; ++i) order.push_back(i * 7 % objects);
+  MethodListFile table;
+  std::vector<std::string> expected(objects);
+  for (std::size_t n = 0; n < order.size(); ++n) {
+    const std::string command = "C" + std::to_string(n);
+    const std::string object = "O" + std::to_string(order[n]);
+    table.Entry("HUB", "Tools", command.c_str(), command.c_str(), object.c_str());
+    std::string& bag = expected[static_cast<std::size_t>(order[n])];
+    bag += (bag.empty() ? object + ": [" : " [") + command + "]";
+  }
+  SessionFileConfiguration configuration;
+  configuration.WriteMethodList(table);
+  EXPECT_EQ(BagTexts(Utilities::GetViewerBags()), expected);
+  EXPECT_EQ(ListText(Utilities::GetViewers("O123")), "[C123] [C476] [C789]");
+  EXPECT_EQ(ListText(Utilities::GetViewers("O300")), "");
+}
+
 TEST(KORLumViewerCatalog, ViewerDefinitionsFollowBagsThenViewersInOrder) {
   SessionFileConfiguration configuration;
   configuration.WriteMethodList(MethodListFile()

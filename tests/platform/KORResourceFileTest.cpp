@@ -4,6 +4,9 @@
 #include <unistd.h>
 
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "TemporaryDirectory.h"
 
@@ -202,6 +205,46 @@ TEST(KORResourceFile, ProblemsAreListedInLineOrder) {
             "f:4: no '=' between a key and a value\n");
 }
 
+TEST(KORResourceFile, LookupsInAnyOrderGiveTheLastDeclaration) {
+  const KORResourceFile file =
+      KORResourceFile::Parse("A = 1\nB = old\nC = 3\nB = new\nD = 4\n", "f");
+  // In this order: in file order (after A comes the first declaration of B,
+  // which the last one overrides), an undeclared key, backwards, the same key
+  // twice, and a key after the last declaration.
+  const std::pair<const char*, const char*> lookups[] = {
+      {"A", "1"}, {"B", "new"}, {"D", "4"}, {"E", "<undeclared>"},
+      {"C", "3"}, {"C", "3"},   {"A", "1"}, {"B", "new"},
+      {"D", "4"}, {"A", "1"}};
+  int number = 0;
+  for (const auto& [key, expected] : lookups) {
+    EXPECT_EQ(ValueOf(file, key), expected) << "lookup " << ++number << " of " << key;
+  }
+}
+
+TEST(KORResourceFile, ThreadsSharingAFileFindEveryKey) {
+  const int keys = 2000;
+  std::string text;
+  for (int i = 0; i < keys; ++i) {
+    text.append("K").append(std::to_string(i)).append(" = ").append(std::to_string(i)).append("\n");
+  }
+  const KORResourceFile file = KORResourceFile::Parse(text, "f");
+  // Each thread reads every key many times in an order of its own.
+  std::vector<int> wrong(4, 0);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&file, &wrong, t, keys] {
+      for (int round = 0; round < 20; ++round) {
+        for (int n = 0; n < keys; ++n) {
+          const int i = t % 2 == 0 ? n : (n * 7 + t) % keys;
+          if (ValueOf(file, ("K" + std::to_string(i)).c_str()) != std::to_string(i)) ++wrong[t];
+        }
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, std::vector<int>(4, 0));
+}
+
 // --- Encoding and line ends ---------------------------------------------------
 
 TEST(KORResourceFile, LeadingByteOrderMarkIsSkipped) {
@@ -266,6 +309,36 @@ TEST(KORResourceFile, FileOfTensOfMegabytesIsLoaded) {
   EXPECT_EQ(ValueOf(file, "Key.299999"), filler);
 }
 
+TEST(KORResourceFile, EveryKeyOfAFileOfManyKeysIsFoundWithItsLastValue) {
+  // Enough keys for the index to grow many times past its smallest size;
+  // every tenth key is declared again at the end of the file.
+  const int keys = 20000;
+  std::string text;
+  for (int i = 0; i < keys; ++i) {
+    text.append("Key.").append(std::to_string(i)).append(" = first ");
+    text.append(std::to_string(i)).append("\n");
+  }
+  for (int i = 0; i < keys; i += 10) {
+    text.append("Key.").append(std::to_string(i)).append(" = again ");
+    text.append(std::to_string(i)).append("\n");
+  }
+  const KORResourceFile file = KORResourceFile::Parse(text, "many.dcls");
+  EXPECT_EQ(file.GetSize(), keys);
+  EXPECT_EQ(file.GetProblems().Size(), keys / 10);
+  for (int i = 0; i < keys; ++i) {
+    const std::string key = "Key." + std::to_string(i);
+    const std::string expected = (i % 10 == 0 ? "again " : "first ") + std::to_string(i);
+    ASSERT_EQ(ValueOf(file, key.c_str()), expected) << key;
+  }
+  for (const char* undeclared : {"Key.20000", "Key.-1", "Key.", "Key", "", "key.1"}) {
+    EXPECT_EQ(ValueOf(file, undeclared), "<undeclared>") << undeclared;
+  }
+  const KORListValKORUnicodeString listed = file.GetKeys();
+  ASSERT_EQ(listed.Size(), keys);
+  EXPECT_EQ(listed[1], KORUnicodeString("Key.0"));
+  EXPECT_EQ(listed[keys], KORUnicodeString("Key.19999"));
+}
+
 // --- Files ---------------------------------------------------------------------
 
 TEST(KORResourceFile, LoadReadsTheFileAndNamesItInProblems) {
@@ -283,6 +356,7 @@ TEST(KORResourceFile, EmptyFileIsLoadedWithoutKeysAndWithoutProblems) {
   const KORResourceFile file = KORResourceFile::Load(directory.Write("empty.dcls", "").c_str());
   EXPECT_EQ(file.GetState(), KORResourceFile::Loaded);
   EXPECT_EQ(file.GetSize(), 0);
+  EXPECT_EQ(file.Find("Key"), nullptr);
   EXPECT_EQ(ProblemsOf(file), "");
 }
 
@@ -347,4 +421,5 @@ TEST(KORResourceFile, DefaultConstructedFileIsAbsentAndEmpty) {
   EXPECT_EQ(file.GetState(), KORResourceFile::Absent);
   EXPECT_EQ(file.GetSize(), 0);
   EXPECT_EQ(file.GetKeys().Size(), 0);
+  EXPECT_EQ(file.Find(""), nullptr);
 }

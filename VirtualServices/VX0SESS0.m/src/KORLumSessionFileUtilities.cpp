@@ -1,8 +1,11 @@
 #include "KORLumSessionFileUtilities.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <iostream>  // prepares the stream library for trace output
 #include <memory>
-#include <unordered_map>
+#include <vector>
 
 #include "KORDMTools.h"
 #include "KORError.h"
@@ -152,6 +155,67 @@ KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
 
 // --- Viewer catalogue -----------------------------------------------------------
 
+// The bags of the objects read so far, by object: their positions in
+// gObjects (index for index with the bags) in an open-addressing table whose
+// places keep each object's hash. Finding an object reads one place of a
+// table of integers, and the object's text only when the hashes are equal;
+// a node-based map followed three pointers into a heap that a large
+// catalogue no longer keeps in the processor's caches.
+class BagsOfObjects {
+ public:
+  // The position of iObject's bag, or 0 when it has none yet.
+  [[nodiscard]] int Find(const KORUnicodeString& iObject) const {
+    if (_places.empty()) return 0;
+    return _places[PlaceOf(iObject, HashOf(iObject))].position;
+  }
+
+  // Records that iObject, which has no bag yet, is the object of
+  // gObjects[iPosition].
+  void Add(const KORUnicodeString& iObject, int iPosition) {
+    if (2 * (_count + 1) > _places.size()) Grow();
+    const std::size_t hash = HashOf(iObject);
+    _places[PlaceOf(iObject, hash)] = {hash, iPosition};
+    ++_count;
+  }
+
+ private:
+  struct Place {
+    std::size_t hash;
+    int position;  // 0 for a free place
+  };
+
+  static std::size_t HashOf(const KORUnicodeString& iObject) {
+    return std::hash<KORUnicodeString>()(iObject);
+  }
+
+  // The place of iObject, or the free place where it would go.
+  [[nodiscard]] std::size_t PlaceOf(const KORUnicodeString& iObject, std::size_t iHash) const {
+    const std::size_t mask = _places.size() - 1;
+    std::size_t place = iHash & mask;
+    while (_places[place].position != 0 &&
+           (_places[place].hash != iHash || gObjects[_places[place].position] != iObject)) {
+      place = (place + 1) & mask;
+    }
+    return place;
+  }
+
+  // Doubles the table (a power of two of places, at most half of them taken).
+  void Grow() {
+    std::vector<Place> previous(std::max<std::size_t>(16, 2 * _places.size()), Place{0, 0});
+    previous.swap(_places);
+    const std::size_t mask = _places.size() - 1;
+    for (const Place& taken : previous) {
+      if (taken.position == 0) continue;
+      std::size_t place = taken.hash & mask;
+      while (_places[place].position != 0) place = (place + 1) & mask;
+      _places[place] = taken;
+    }
+  }
+
+  std::vector<Place> _places;
+  std::size_t _count = 0;
+};
+
 // One field of the METHOD_LIST entry numbered iIndex: the key iKeyPattern
 // with "%d" replaced by iIndex. Sets oStatus to 0 when the key is declared.
 KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, const char* iKeyPattern,
@@ -167,7 +231,7 @@ KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, const char* iKey
 // WHERE is "HUB" or "Both" and its ROLE is "Tools".
 void ReadMethodList(KORLumTrace& ioTrace) {
   // Position of each object's bag, so that the table is read in linear time.
-  std::unordered_map<KORUnicodeString, int> bagOfObject;
+  BagsOfObjects bagOfObject;
   int status = 0;
   int n = 1;
   do {
@@ -205,15 +269,15 @@ void ReadMethodList(KORLumTrace& ioTrace) {
 
     const KORUnicodeString object = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).KORAB", status);
     if (status == 0 && object.GetLengthInChar() >= 1) {
-      const auto known = bagOfObject.find(object);
-      if (known != bagOfObject.end()) {
-        gViewerBags[known->second].Add(command);  // Add keeps a viewer once per bag
+      const int known = bagOfObject.Find(object);
+      if (known > 0) {
+        gViewerBags[known].Add(command);  // Add keeps a viewer once per bag
       } else {
         KORListValKORUnicodeString viewers;
         viewers.Append(command);
         gViewerBags.Append(KORLumViewerBag(object, viewers));
-        bagOfObject.emplace(object, gViewerBags.Size());
         gObjects.Append(object);
+        bagOfObject.Add(object, gObjects.Size());
         KORUnicodeString synonym = KORLumSessionFileUtilities::GetNLSMessage(
             kValueCatalog, Concatenate(object, ".Synonym"), KORUnicodeString());
         if (synonym.GetLengthInChar() == 0) synonym = object;
