@@ -174,12 +174,16 @@ class BagsOfObjects {
   void Add(const KORUnicodeString& iObject, int iPosition) {
     if (2 * (_count + 1) > _places.size()) Grow();
     const std::size_t hash = HashOf(iObject);
-    _places[PlaceOf(iObject, hash)] = {hash, iPosition};
+    Place& place = _places[PlaceOf(iObject, hash)];
+    place.hash = hash;
+    place.position = iPosition;
     ++_count;
   }
 
  private:
   struct Place {
+    // Read by PlaceOf; cppcheck misses reads through an indexed element.
+    // cppcheck-suppress unusedStructMember
     std::size_t hash;
     int position;  // 0 for a free place
   };
