@@ -11,6 +11,10 @@
 # kind is a decision written in our code; every if, loop, ?: and && / || is
 # still counted.
 #
+# The preset counts with atomic updates (-fprofile-update=atomic): tests that
+# share a resource file between threads would otherwise race on the counters
+# and leave counts that gcov cannot read (negative branch counts).
+#
 # Reports: build/coverage/coverage.txt (per file, with the lines missed) and
 # build/coverage/coverage.html (per line).
 set -euo pipefail
