@@ -1,4 +1,5 @@
 #include "KORResourceFile.h"
+#include "ResourceProblems.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -16,13 +17,6 @@ namespace {
 std::string ValueOf(const KORResourceFile& iFile, const char* iKey) {
   const KORUnicodeString* value = iFile.Find(iKey);
   return value ? std::string(value->View()) : std::string("<undeclared>");
-}
-
-std::string ProblemsOf(const KORResourceFile& iFile) {
-  const KORListValKORUnicodeString problems = iFile.GetProblems();
-  std::string text;
-  for (int i = 1; i <= problems.Size(); ++i) text.append(problems[i].View()).append("\n");
-  return text;
 }
 
 }  // namespace

@@ -6,18 +6,8 @@
 #include <string>
 
 #include "KORResourceFile.h"
+#include "ResourceProblems.h"
 #include "TemporaryDirectory.h"
-
-namespace {
-
-std::string ProblemsOf(const KORResourceFile& iFile) {
-  const KORListValKORUnicodeString problems = iFile.GetProblems();
-  std::string text;
-  for (int i = 1; i <= problems.Size(); ++i) text.append(problems[i].View()).append("\n");
-  return text;
-}
-
-}  // namespace
 
 TEST(KORResourceFileSpecialFiles, FifoIsNotARegularFile) {
   // Opened without waiting for a writer, then refused.
