@@ -231,12 +231,11 @@ KORUnicodeString KORLumSessionFile::GetNLS() const {
   static const KORUnicodeString kInstanceMode("%i");
   static const KORUnicodeString kOption("%o");
   static const KORUnicodeString kOptionField(" [%o]");
-  static const KORUnicodeString kNoneTemplate("%t");
   static const KORUnicodeString kQueryTemplate("%t : %f");
   static const KORUnicodeString kGraphTemplate("%t : %f [%v] [%l] [%i]");
   KORUnicodeString formattedString;
   if (_type == KORLumSessionFileType_None) {
-    formattedString = kNoneTemplate;
+    formattedString = kType;  // the template of None is the type field alone
     formattedString.ReplaceSubString(kType, GetNLSType());
   } else if (_type == KORLumSessionFileType_Query) {
     formattedString = kQueryTemplate;
