@@ -12,6 +12,7 @@
 #ifndef KORDMTools_h
 #define KORDMTools_h
 
+#include "KORListValKORUnicodeString.h"
 #include "KORPlatformExport.h"
 #include "KORUnicodeString.h"
 
@@ -33,6 +34,11 @@ class KORPLATFORM_API KORDMTools {
   //     end of the path when it has none.
   // Values put in are not scanned again.
   static KORUnicodeString ExpandPath(const KORUnicodeString& iPath);
+  // The same expansion; oUnset is set to the names of the variables the path
+  // uses that are unset, each once, in the order they appear (HOME for a
+  // leading ~ when HOME is unset).
+  static KORUnicodeString ExpandPath(const KORUnicodeString& iPath,
+                                     KORListValKORUnicodeString& oUnset);
 };
 
 #endif

@@ -34,6 +34,7 @@
 
 #include "KORAssert.h"
 #include "KORPlatformExport.h"
+#include "KORResourceFile.h"
 #include "KORUnicodeString.h"
 
 // Base of every reference-counted platform interface.
@@ -143,5 +144,15 @@ using KORILumServices_var = KORInterfaceVar<KORILumServices>;
 // The services configured for the process, or the null handle when none are
 // (KOR_ADMIN_SETTINGS unset, or its file cannot be read).
 KORPLATFORM_API KORILumServices_var CreateServices();
+
+// --- Diagnostics (for the tools that check a configuration) ---------------
+
+// The key under which the settings file declares the variable iVariable of
+// the administrator iAdministrator: "<Administrator>.<VARIABLE>".
+KORPLATFORM_API KORUnicodeString GetAdminSettingKey(const KORUnicodeString& iVariable,
+                                                    const KORUnicodeString& iAdministrator);
+// The settings file that CreateServices reads now, parsed: absent (without
+// name) when KOR_ADMIN_SETTINGS is unset.
+KORPLATFORM_API KORResourceFile GetAdminSettingsFile();
 
 #endif

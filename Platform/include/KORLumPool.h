@@ -21,6 +21,7 @@
 
 #include "KORListValKORUnicodeString.h"
 #include "KORPlatformExport.h"
+#include "KORResourceFile.h"
 #include "KORUnicodeString.h"
 
 class KORPLATFORM_API KORLumPool {
@@ -51,6 +52,13 @@ class KORPLATFORM_API KORLumPool {
   static KORListValKORUnicodeString GetLoadedResources();
   // The path of the file loaded for iResource, or "" when it is not loaded.
   static KORUnicodeString GetResourceFile(const KORUnicodeString& iResource);
+  // The parsed file loaded for iResource (an absent one when it is not
+  // loaded): its keys, lines, problems and encoding.
+  static KORResourceFile GetResource(const KORUnicodeString& iResource);
+  // Where GetStringDec finds iKey: sets oFile to the file and oLine to the
+  // line of the declaration it gives, and returns 0; returns non-zero, with
+  // oFile empty and oLine 0, when no loaded resource declares it.
+  static int GetDeclaration(const KORUnicodeString& iKey, KORUnicodeString& oFile, int& oLine);
   // The problems met by the last search of each resource, in the order the
   // resources were first searched: "file: reason" for each unreadable file
   // skipped, then "file:line: reason" for each malformed line or duplicate

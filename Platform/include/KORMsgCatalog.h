@@ -23,6 +23,11 @@
 // a failed lookup. The first level whose file declares the key wins, also
 // when it declares it empty.
 //
+// A subdirectory of a catalogue directory is a language level only when a
+// language can name it: a name that contains '.' or '@' (a codeset or a
+// modifier, which the language is used without), that starts with '.', or
+// that is "C" or "POSIX" is never searched (IsLanguageDirectory).
+//
 // Cache: the resolved search path, the language levels and every catalogue's
 // files (found or not) are read once for the life of the process; later
 // lookups do no I/O. FlushCache() forgets them all, so that the next lookup
@@ -51,6 +56,23 @@
 #include "KORPlatformExport.h"
 #include "KORString.h"
 #include "KORUnicodeString.h"
+
+// How one key of a catalogue resolves for one language: the level, file and
+// line that give its text, or why none does. KORMsgCatalog::GetMsg takes the
+// same path, and raises where this says NoFile or NotDeclared.
+struct KORMsgResolution {
+  enum Outcome {
+    Found = 0,       // a level declares the key (possibly empty)
+    NoFile = 1,      // no level has a readable file for the catalogue
+    NotDeclared = 2  // files exist, but none declares the key
+  };
+  Outcome outcome = NoFile;
+  int level = 0;              // 1-based position in the levels of the level found; 0 when none
+  KORUnicodeString language;  // that level: "fr_CA", "fr", or "" for the default texts
+  KORUnicodeString file;      // the file that declares the key
+  int line = 0;               // the line of that declaration
+  KORUnicodeString text;      // the message text
+};
 
 // One message of a catalogue: its text, held by value.
 class KORPLATFORM_API KORMsg {
@@ -87,6 +109,9 @@ class KORPLATFORM_API KORMsgCatalog {
   // The catalogue named iCatalogName. Construction reads nothing: the files
   // are found on the first lookup.
   explicit KORMsgCatalog(const KORString& iCatalogName);
+  // A catalogue of a program's own, searched in iDirectories (in order)
+  // instead of the search path; languages and levels as for any catalogue.
+  KORMsgCatalog(const KORString& iCatalogName, const KORListValKORUnicodeString& iDirectories);
   KORMsgCatalog(const KORMsgCatalog&) = default;
   KORMsgCatalog& operator=(const KORMsgCatalog&) = default;
   virtual ~KORMsgCatalog();
@@ -95,6 +120,14 @@ class KORPLATFORM_API KORMsgCatalog {
   // declares it. Raises KORNLSCatalogError when the catalogue has no file
   // or no level declares the key (see the throw contract above).
   [[nodiscard]] KORMsg GetMsg(const KORString& iKey) const;
+
+  // How iKey resolves in the language in force: the same search as GetMsg,
+  // reported instead of raised. Never raises.
+  [[nodiscard]] KORMsgResolution Resolve(const KORString& iKey) const;
+  // How iKey resolves for a user whose language is iLanguage, written as a
+  // language variable holds it ("ja_JP.UTF-8", "fr", "C"; empty means the
+  // default texts), with the same search path. Never raises.
+  [[nodiscard]] KORMsgResolution Resolve(const KORString& iKey, const KORString& iLanguage) const;
 
   // The catalogue name given at construction.
   [[nodiscard]] const KORString& GetCatalogName() const noexcept { return _catalogName; }
@@ -111,6 +144,18 @@ class KORPLATFORM_API KORMsgCatalog {
   // The language levels tried, in order, e.g. ("fr_CA", "fr", ""): the last
   // one, "", is the untranslated default file (a copy).
   [[nodiscard]] static KORListValKORUnicodeString GetLanguageLevels();
+  // The levels of the language iLanguage, written as a language variable
+  // holds it: "fr_CA.UTF-8@euro" gives ("fr_CA", "fr", ""), "fr" gives
+  // ("fr", ""), "C", "POSIX", "" and a name that cannot be a directory give ("").
+  [[nodiscard]] static KORListValKORUnicodeString GetLanguageLevels(const KORString& iLanguage);
+  // The variables that give the language, in the order they are read:
+  // KOR_LANGUAGE, LC_ALL, LC_MESSAGES, LANG (the first non-empty one wins).
+  [[nodiscard]] static KORListValKORUnicodeString GetLanguageVariables();
+  // The variable that gives the language in force, or "" when none is set.
+  [[nodiscard]] static KORUnicodeString GetLanguageVariable();
+  // Whether a subdirectory named iName of a catalogue directory can be a
+  // language level (see the rule above): 1 or 0.
+  [[nodiscard]] static int IsLanguageDirectory(const KORString& iName);
   // For each language level (same positions as GetLanguageLevels), the path
   // of this catalogue's file used at that level, or "" when no directory has
   // a readable one.
@@ -122,6 +167,9 @@ class KORPLATFORM_API KORMsgCatalog {
 
  private:
   KORString _catalogName;
+  // The catalogue's own directories, "" when it uses the search path: they
+  // are part of the name under which the cache keeps it.
+  KORString _directories;
 };
 
 #endif

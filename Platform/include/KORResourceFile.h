@@ -39,7 +39,9 @@
 #define KORResourceFile_h
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "KORListValKORUnicodeString.h"
 #include "KORPlatformExport.h"
@@ -50,12 +52,26 @@ namespace kor_detail {
 struct ResourceFileContent;  // the parsed content, private to the platform
 }
 
+// One problem met while reading a resource file, for the tools that present
+// problems their own way (KORResourceFile::GetProblems gives them as text).
+struct KORResourceProblem {
+  int line;            // 1-based; 0 for a problem of the whole file
+  std::string reason;  // what is wrong, without the file name and line
+};
+
 class KORPLATFORM_API KORResourceFile {
  public:
   enum State {
     Loaded = 0,     // the file was read and parsed (it may have had malformed lines)
     Absent = 1,     // there is no file at that path
     Unreadable = 2  // something is there but cannot be read (permissions, a directory, ...)
+  };
+
+  // The encoding the bytes of a loaded file are in, as far as they tell.
+  enum Encoding {
+    Utf8 = 0,     // well-formed UTF-8 (also a file without any byte above 127)
+    Utf16 = 1,    // a UTF-16 byte-order mark, or NUL bytes among the first ones
+    EightBit = 2  // not UTF-8: most likely Latin-1 or Windows-1252
   };
 
   // An absent file without name and without keys.
@@ -86,6 +102,10 @@ class KORPLATFORM_API KORResourceFile {
   // handle or a copy of it lives.
   [[nodiscard]] const KORUnicodeString* Find(std::string_view iKey) const noexcept;
 
+  // The line of the declaration that Find gives for iKey (1-based), or 0
+  // when the key is not declared.
+  [[nodiscard]] int GetLine(std::string_view iKey) const noexcept;
+
   // The keys, in the order of their first declaration (a copy).
   [[nodiscard]] KORListValKORUnicodeString GetKeys() const;
 
@@ -93,6 +113,15 @@ class KORPLATFORM_API KORResourceFile {
   // or a duplicate key, "file: reason" for a file that cannot be read. Empty
   // for a clean or absent file (a copy).
   [[nodiscard]] KORListValKORUnicodeString GetProblems() const;
+  // The same problems, each with its line and reason apart.
+  [[nodiscard]] std::vector<KORResourceProblem> GetProblemDetails() const;
+
+  // What the bytes of the file are: Utf8 for an absent or unreadable file.
+  // Its text is read as UTF-8 whatever it is (ill-formed bytes become
+  // U+FFFD); this says whether that was right.
+  [[nodiscard]] Encoding GetEncoding() const noexcept;
+  // The first line holding a byte that is not UTF-8 (for EightBit), else 0.
+  [[nodiscard]] int GetIllFormedLine() const noexcept;
 
  private:
   explicit KORResourceFile(

@@ -108,6 +108,11 @@ class KORPLATFORM_API KORUnicodeString {
   // Makes the string empty.
   void Reset() noexcept;
 
+  // The byte offset of the first ill-formed UTF-8 sequence of iBytes, or
+  // std::string_view::npos when all of it is well-formed UTF-8 (the bytes
+  // that a string made from iBytes would replace by U+FFFD start there).
+  [[nodiscard]] static std::size_t FindIllFormed(std::string_view iBytes) noexcept;
+
  private:
   // Takes over text known to be valid UTF-8 of iLength code points. A named
   // function rather than a constructor, so that it does not compete with the

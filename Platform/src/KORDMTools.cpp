@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "KORGetEnv.h"
+#include "KORListValKORUnicodeString.h"
 
 namespace {
 
@@ -12,13 +13,19 @@ bool IsNameChar(char iChar) {
          (iChar >= '0' && iChar <= '9') || iChar == '_';
 }
 
-void AppendVariable(std::string& ioText, std::string_view iName) {
-  if (const char* value = KORGetEnv(std::string(iName).c_str())) ioText.append(value);
+// Appends the value of the variable iName; records its name in oUnset (once,
+// when given) when it is unset.
+void AppendVariable(std::string& ioText, std::string_view iName,
+                    KORListValKORUnicodeString* oUnset) {
+  if (const char* value = KORGetEnv(std::string(iName).c_str())) {
+    ioText.append(value);
+  } else if (oUnset != nullptr) {
+    const KORUnicodeString name(iName.data(), iName.size());
+    if (oUnset->Locate(name) == 0) oUnset->Append(name);
+  }
 }
 
-}  // namespace
-
-KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
+KORUnicodeString Expand(const KORUnicodeString& iPath, KORListValKORUnicodeString* oUnset) {
   const std::string_view path = iPath.View();
   std::string expanded;
   expanded.reserve(path.size());
@@ -29,6 +36,7 @@ KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
       expanded.append(home);
     } else {
       expanded += '~';
+      if (oUnset != nullptr && oUnset->Locate("HOME") == 0) oUnset->Append("HOME");
     }
     position = 1;
   }
@@ -45,7 +53,7 @@ KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
       std::size_t end = next + 1;
       while (end < path.size() && IsNameChar(path[end])) ++end;
       if (end > next + 1 && end < path.size() && path[end] == '}') {
-        AppendVariable(expanded, path.substr(next + 1, end - next - 1));
+        AppendVariable(expanded, path.substr(next + 1, end - next - 1), oUnset);
         position = end + 1;
       } else {
         // Not a plain ${NAME}: the whole construct stays as written.
@@ -58,7 +66,7 @@ KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
       std::size_t end = next;
       while (end < path.size() && IsNameChar(path[end])) ++end;
       if (end > next) {
-        AppendVariable(expanded, path.substr(next, end - next));
+        AppendVariable(expanded, path.substr(next, end - next), oUnset);
       } else {
         expanded += '$';
       }
@@ -67,4 +75,16 @@ KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
   }
   if (position < path.size()) expanded.append(path.substr(position));
   return KORUnicodeString(expanded.data(), expanded.size());
+}
+
+}  // namespace
+
+KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath) {
+  return Expand(iPath, nullptr);
+}
+
+KORUnicodeString KORDMTools::ExpandPath(const KORUnicodeString& iPath,
+                                        KORListValKORUnicodeString& oUnset) {
+  oUnset.RemoveAll();
+  return Expand(iPath, &oUnset);
 }

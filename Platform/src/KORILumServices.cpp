@@ -14,10 +14,8 @@ class KORLumAdminSettings final : public KORILumServices {
 
   int GetAdminVariable(KORUnicodeString& oValue, const KORUnicodeString& iVariable,
                        const KORUnicodeString& iAdministrator) override {
-    std::string key(iAdministrator.View());
-    key += '.';
-    key.append(iVariable.View());
-    if (const KORUnicodeString* value = _settings.Find(key)) {
+    if (const KORUnicodeString* value =
+            _settings.Find(GetAdminSettingKey(iVariable, iAdministrator).View())) {
       oValue = *value;
       return 0;
     }
@@ -45,10 +43,22 @@ void KORBaseUnknown::Release() const noexcept {
 
 KORILumServices::~KORILumServices() = default;
 
+KORUnicodeString GetAdminSettingKey(const KORUnicodeString& iVariable,
+                                    const KORUnicodeString& iAdministrator) {
+  std::string key(iAdministrator.View());
+  key += '.';
+  key.append(iVariable.View());
+  return KORUnicodeString(key.data(), key.size());
+}
+
+KORResourceFile GetAdminSettingsFile() {
+  // Load(nullptr) is an absent file without name.
+  return KORResourceFile::Load(KORGetEnv("KOR_ADMIN_SETTINGS"));
+}
+
 KORILumServices_var CreateServices() {
-  const char* path = KORGetEnv("KOR_ADMIN_SETTINGS");
-  if (path == nullptr) return KORILumServices_var();
-  KORResourceFile settings = KORResourceFile::Load(path);
+  if (KORGetEnv("KOR_ADMIN_SETTINGS") == nullptr) return KORILumServices_var();
+  KORResourceFile settings = GetAdminSettingsFile();
   if (settings.GetState() != KORResourceFile::Loaded) return KORILumServices_var();
   return KORILumServices_var(new KORLumAdminSettings(std::move(settings)));
 }

@@ -37,6 +37,17 @@ Search* FindSearch(Pool& ioPool, std::string_view iName) {
   return nullptr;
 }
 
+// The loaded resource whose value GetStringDec gives for iKey: the one
+// loaded first among those that declare it, with that value in oValue; null
+// when none does.
+const Search* Declaring(const Pool& iPool, std::string_view iKey, const KORUnicodeString*& oValue) {
+  for (const std::size_t position : iPool.loaded) {
+    const Search& search = iPool.searches[position];
+    if ((oValue = search.resource.Find(iKey)) != nullptr) return &search;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 int KORLumPool::LoadPool(const KORUnicodeString& iResource) {
@@ -64,11 +75,10 @@ int KORLumPool::LoadPool(const KORUnicodeString& iResource) {
 KORUnicodeString KORLumPool::GetStringDec(const KORUnicodeString& iKey, int& oStatus) {
   Pool& pool = ThePool();
   std::lock_guard<std::mutex> lock(pool.mutex);
-  for (const std::size_t position : pool.loaded) {
-    if (const KORUnicodeString* value = pool.searches[position].resource.Find(iKey.View())) {
-      oStatus = 0;
-      return *value;
-    }
+  const KORUnicodeString* value = nullptr;
+  if (Declaring(pool, iKey.View(), value) != nullptr) {
+    oStatus = 0;
+    return *value;
   }
   oStatus = 1;
   return KORUnicodeString();
@@ -99,6 +109,28 @@ KORUnicodeString KORLumPool::GetResourceFile(const KORUnicodeString& iResource) 
   const Search* search = FindSearch(pool, iResource.View());
   if (search == nullptr) return KORUnicodeString();
   return KORUnicodeString(search->path.data(), search->path.size());
+}
+
+KORResourceFile KORLumPool::GetResource(const KORUnicodeString& iResource) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  const Search* search = FindSearch(pool, iResource.View());
+  if (search == nullptr || search->path.empty()) return KORResourceFile();
+  return search->resource;
+}
+
+int KORLumPool::GetDeclaration(const KORUnicodeString& iKey, KORUnicodeString& oFile, int& oLine) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  const KORUnicodeString* value = nullptr;
+  if (const Search* search = Declaring(pool, iKey.View(), value)) {
+    oFile = KORUnicodeString(search->path.data(), search->path.size());
+    oLine = search->resource.GetLine(iKey.View());
+    return 0;
+  }
+  oFile.Reset();
+  oLine = 0;
+  return 1;
 }
 
 KORListValKORUnicodeString KORLumPool::GetProblems() {

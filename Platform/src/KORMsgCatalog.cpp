@@ -26,8 +26,10 @@ struct Level {
 
 // Everything found for one catalogue; immutable once built.
 struct Catalog {
-  std::vector<Level> levels;         // one per language level
-  std::vector<std::string> skipped;  // unreadable files passed over
+  std::vector<std::string> languages;    // the language of each level, "" for the default
+  std::vector<std::string> directories;  // where the files were searched
+  std::vector<Level> levels;             // one per language level
+  std::vector<std::string> skipped;      // unreadable files passed over
 };
 
 // The process-wide cache of the catalogue service.
@@ -36,6 +38,9 @@ struct Cache {
   bool resolved = false;
   std::vector<std::string> directories;
   std::vector<std::string> languages;  // e.g. {"fr_CA", "fr", ""}
+  std::string languageVariable;        // the variable that gave the language
+  // The catalogues read, by name for the language in force and the search
+  // path, by name, directories and language for the others (see CacheKey).
   // A map's elements stay where they are while others come and go.
   std::map<std::string, Catalog, std::less<>> catalogs;
   // The element of the last lookup, or none: lookups come in runs on one
@@ -49,23 +54,19 @@ Cache& TheCache() {
   return cache;
 }
 
-// The language levels for the user's language, the default level last.
-std::vector<std::string> ResolveLanguages() {
-  std::string_view language;
-  for (const char* variable : kLanguageVariables) {
-    const char* value = KORGetEnv(variable);
-    if (value != nullptr && *value != '\0') {
-      language = value;
-      break;
-    }
-  }
-  language = language.substr(0, language.find_first_of(".@"));
-  // "C" and "POSIX" mean untranslated; a name that cannot be one directory
-  // of the search path is not a language either.
-  if (language.empty() || language == "C" || language == "POSIX" ||
-      language.find('/') != std::string_view::npos || language == "..") {
-    return {std::string()};
-  }
+// Whether iName can be a language level: a name that a language can take
+// once its codeset and modifier are removed, that is one directory of the
+// search path, and that is not untranslated ("C", "POSIX").
+bool CanBeLanguage(std::string_view iName) {
+  return !iName.empty() && iName[0] != '.' &&
+         iName.find_first_of(".@/") == std::string_view::npos && iName != "C" && iName != "POSIX";
+}
+
+// The language levels of iLanguage as a language variable holds it, the
+// default level last.
+std::vector<std::string> LevelsOf(std::string_view iLanguage) {
+  const std::string_view language = iLanguage.substr(0, iLanguage.find_first_of(".@"));
+  if (!CanBeLanguage(language)) return {std::string()};
   std::vector<std::string> levels{std::string(language)};
   const std::size_t underscore = language.find('_');
   if (underscore != std::string_view::npos && underscore > 0) {
@@ -78,12 +79,40 @@ std::vector<std::string> ResolveLanguages() {
 void EnsureResolved(Cache& ioCache) {
   if (ioCache.resolved) return;
   ioCache.directories = kor_detail::SearchDirectories("KOR_MSGCATALOG_PATH", "msgcatalog");
-  ioCache.languages = ResolveLanguages();
+  ioCache.languageVariable.clear();
+  std::string_view language;
+  for (const char* variable : kLanguageVariables) {
+    const char* value = KORGetEnv(variable);
+    if (value != nullptr && *value != '\0') {
+      language = value;
+      ioCache.languageVariable = variable;
+      break;
+    }
+  }
+  ioCache.languages = LevelsOf(language);
   ioCache.resolved = true;
 }
 
-// The catalogue iName, read on first use. The reference is valid while the
-// cache's mutex is held (FlushCache, under the same mutex, destroys it).
+// Searches the files of catalogue iName for each of iLanguages in iDirectories.
+Catalog ReadCatalog(std::string_view iName, const std::vector<std::string>& iDirectories,
+                    const std::vector<std::string>& iLanguages) {
+  Catalog catalog;
+  catalog.languages = iLanguages;
+  catalog.directories = iDirectories;
+  const std::string fileName = std::string(iName) + ".msgcat";
+  for (const std::string& language : iLanguages) {
+    const std::string relative =
+        language.empty() ? fileName : kor_detail::JoinPath(language, fileName);
+    kor_detail::FoundFile found = kor_detail::FindFirstReadable(iDirectories, relative);
+    catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
+    catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
+  }
+  return catalog;
+}
+
+// The catalogue iName in the language in force, searched in the search path,
+// read on first use. The reference is valid while the cache's mutex is held
+// (FlushCache, under the same mutex, destroys it).
 const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
   if (ioCache.last != nullptr && ioCache.last->first == iName) return ioCache.last->second;
   EnsureResolved(ioCache);
@@ -92,18 +121,56 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
     ioCache.last = &*known;
     return known->second;
   }
-
-  Catalog catalog;
-  const std::string fileName = std::string(iName) + ".msgcat";
-  for (const std::string& language : ioCache.languages) {
-    const std::string relative =
-        language.empty() ? fileName : kor_detail::JoinPath(language, fileName);
-    kor_detail::FoundFile found = kor_detail::FindFirstReadable(ioCache.directories, relative);
-    catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
-    catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
-  }
+  Catalog catalog = ReadCatalog(iName, ioCache.directories, ioCache.languages);
   ioCache.last = &*ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first;
   return ioCache.last->second;
+}
+
+// The catalogue iName in the language iLanguage (nullptr: the language in
+// force), searched in iDirectories ("": the search path; else the directories
+// one per line). Cached under a key that no catalogue name can take.
+const Catalog& FindCatalog(Cache& ioCache, std::string_view iName, std::string_view iDirectories,
+                           const std::string_view* iLanguage) {
+  if (iDirectories.empty() && iLanguage == nullptr) return FindCatalog(ioCache, iName);
+  EnsureResolved(ioCache);
+  std::string key(iName);
+  key.append(1, '\n').append(iDirectories).append(1, '\n');
+  if (iLanguage != nullptr) key.append("=").append(*iLanguage);
+  const auto known = ioCache.catalogs.find(key);
+  if (known != ioCache.catalogs.end()) return known->second;
+  std::vector<std::string> directories;
+  if (iDirectories.empty()) {
+    directories = ioCache.directories;
+  } else {
+    std::string_view rest = iDirectories;
+    while (!rest.empty()) {
+      const std::size_t newline = rest.find('\n');
+      directories.emplace_back(rest.substr(0, newline));
+      rest.remove_prefix(newline == std::string_view::npos ? rest.size() : newline + 1);
+    }
+  }
+  const std::vector<std::string> languages =
+      iLanguage != nullptr ? LevelsOf(*iLanguage) : ioCache.languages;
+  return ioCache.catalogs.emplace(key, ReadCatalog(iName, directories, languages)).first->second;
+}
+
+// The position of the first level of iCatalog whose file declares iKey, and
+// its text; npos when none does.
+std::size_t FindLevel(const Catalog& iCatalog, std::string_view iKey,
+                      const KORUnicodeString*& oText) {
+  for (std::size_t i = 0; i < iCatalog.levels.size(); ++i) {
+    const Level& level = iCatalog.levels[i];
+    if (level.path.empty()) continue;  // no file at this level
+    if ((oText = level.resource.Find(iKey)) != nullptr) return i;
+  }
+  return std::string::npos;
+}
+
+bool HasFile(const Catalog& iCatalog) {
+  for (const Level& level : iCatalog.levels) {
+    if (!level.path.empty()) return true;
+  }
+  return false;
 }
 
 std::string LevelName(const std::string& iLanguage) {
@@ -112,15 +179,14 @@ std::string LevelName(const std::string& iLanguage) {
 
 // The diagnostic of a failed lookup.
 std::string Diagnose(std::string_view iCatalogName, std::string_view iKey,
-                     const std::vector<std::string>& iLanguages,
-                     const std::vector<std::string>& iDirectories, const Catalog& iCatalog) {
+                     const Catalog& iCatalog) {
   std::string text("message catalogue \"");
   text.append(iCatalogName).append("\", key \"").append(iKey).append("\": ");
   std::string levels;
   std::string files;
-  for (std::size_t i = 0; i < iLanguages.size(); ++i) {
+  for (std::size_t i = 0; i < iCatalog.languages.size(); ++i) {
     if (!levels.empty()) levels += ", ";
-    levels += LevelName(iLanguages[i]);
+    levels += LevelName(iCatalog.languages[i]);
     if (!iCatalog.levels[i].path.empty()) {
       if (!files.empty()) files += ", ";
       files += iCatalog.levels[i].path;
@@ -128,9 +194,9 @@ std::string Diagnose(std::string_view iCatalogName, std::string_view iKey,
   }
   if (files.empty()) {
     text.append("no catalogue file for the languages tried (").append(levels).append(") in ");
-    for (std::size_t i = 0; i < iDirectories.size(); ++i) {
+    for (std::size_t i = 0; i < iCatalog.directories.size(); ++i) {
       if (i > 0) text += ':';
-      text += iDirectories[i];
+      text += iCatalog.directories[i];
     }
   } else {
     text.append("key not declared for the languages tried (")
@@ -146,6 +212,37 @@ std::string Diagnose(std::string_view iCatalogName, std::string_view iKey,
     }
   }
   return text;
+}
+
+KORMsgResolution Resolution(const Catalog& iCatalog, std::string_view iKey) {
+  KORMsgResolution resolution;
+  const KORUnicodeString* text = nullptr;
+  const std::size_t found = FindLevel(iCatalog, iKey, text);
+  if (found == std::string::npos) {
+    resolution.outcome =
+        HasFile(iCatalog) ? KORMsgResolution::NotDeclared : KORMsgResolution::NoFile;
+    return resolution;
+  }
+  const Level& level = iCatalog.levels[found];
+  const std::string& language = iCatalog.languages[found];
+  resolution.outcome = KORMsgResolution::Found;
+  resolution.level = static_cast<int>(found) + 1;
+  resolution.language = KORUnicodeString(language.data(), language.size());
+  resolution.file = KORUnicodeString(level.path.data(), level.path.size());
+  resolution.line = level.resource.GetLine(iKey);
+  resolution.text = *text;
+  return resolution;
+}
+
+// The directories of a catalogue of a program's own, one per line.
+std::string JoinDirectories(const KORListValKORUnicodeString& iDirectories) {
+  std::string joined;
+  for (int i = 1; i <= iDirectories.Size(); ++i) {
+    if (iDirectories[i].View().empty()) continue;
+    if (!joined.empty()) joined += '\n';
+    joined.append(iDirectories[i].View());
+  }
+  return joined;
 }
 
 }  // namespace
@@ -199,6 +296,10 @@ int KORMsg::BuildMessage(KORUnicodeString* oText,
 
 KORMsgCatalog::KORMsgCatalog(const KORString& iCatalogName) : _catalogName(iCatalogName) {}
 
+KORMsgCatalog::KORMsgCatalog(const KORString& iCatalogName,
+                             const KORListValKORUnicodeString& iDirectories)
+    : _catalogName(iCatalogName), _directories(JoinDirectories(iDirectories).c_str()) {}
+
 KORMsgCatalog::~KORMsgCatalog() = default;
 
 KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
@@ -206,15 +307,27 @@ KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
   {
     Cache& cache = TheCache();
     std::lock_guard<std::mutex> lock(cache.mutex);
-    const Catalog& catalog = FindCatalog(cache, _catalogName.View());
-    for (const Level& level : catalog.levels) {
-      if (level.path.empty()) continue;  // no file at this level
-      if (const KORUnicodeString* text = level.resource.Find(iKey.View())) return KORMsg(*text);
-    }
-    diagnostic =
-        Diagnose(_catalogName.View(), iKey.View(), cache.languages, cache.directories, catalog);
+    const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
+    const KORUnicodeString* text = nullptr;
+    if (FindLevel(catalog, iKey.View(), text) != std::string::npos) return KORMsg(*text);
+    diagnostic = Diagnose(_catalogName.View(), iKey.View(), catalog);
   }
   KORRaise(new KORNLSCatalogError(KORString(diagnostic)));
+}
+
+KORMsgResolution KORMsgCatalog::Resolve(const KORString& iKey) const {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  return Resolution(FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr),
+                    iKey.View());
+}
+
+KORMsgResolution KORMsgCatalog::Resolve(const KORString& iKey, const KORString& iLanguage) const {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  const std::string_view language = iLanguage.View();
+  return Resolution(FindCatalog(cache, _catalogName.View(), _directories.View(), &language),
+                    iKey.View());
 }
 
 void KORMsgCatalog::FlushCache() {
@@ -224,6 +337,7 @@ void KORMsgCatalog::FlushCache() {
   cache.catalogs.clear();
   cache.directories.clear();
   cache.languages.clear();
+  cache.languageVariable.clear();
   cache.resolved = false;
 }
 
@@ -241,10 +355,31 @@ KORListValKORUnicodeString KORMsgCatalog::GetLanguageLevels() {
   return kor_detail::ToList(cache.languages);
 }
 
+KORListValKORUnicodeString KORMsgCatalog::GetLanguageLevels(const KORString& iLanguage) {
+  return kor_detail::ToList(LevelsOf(iLanguage.View()));
+}
+
+KORListValKORUnicodeString KORMsgCatalog::GetLanguageVariables() {
+  KORListValKORUnicodeString variables;
+  for (const char* variable : kLanguageVariables) variables.Append(variable);
+  return variables;
+}
+
+KORUnicodeString KORMsgCatalog::GetLanguageVariable() {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  EnsureResolved(cache);
+  return KORUnicodeString(cache.languageVariable.c_str());
+}
+
+int KORMsgCatalog::IsLanguageDirectory(const KORString& iName) {
+  return CanBeLanguage(iName.View()) ? 1 : 0;
+}
+
 KORListValKORUnicodeString KORMsgCatalog::GetFilesUsed() const {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
-  const Catalog& catalog = FindCatalog(cache, _catalogName.View());
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
   std::vector<std::string> paths;
   for (const Level& level : catalog.levels) paths.push_back(level.path);
   return kor_detail::ToList(paths);
@@ -253,7 +388,7 @@ KORListValKORUnicodeString KORMsgCatalog::GetFilesUsed() const {
 KORListValKORUnicodeString KORMsgCatalog::GetProblems() const {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
-  const Catalog& catalog = FindCatalog(cache, _catalogName.View());
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
   KORListValKORUnicodeString problems = kor_detail::ToList(catalog.skipped);
   for (const Level& level : catalog.levels) {
     const KORListValKORUnicodeString found = level.resource.GetProblems();

@@ -69,6 +69,7 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   std::string keyText;
   std::vector<std::size_t> keyEnds;
   std::vector<KORUnicodeString> values;
+  std::vector<int> lines;  // the line of each declaration
   // Key -> its last declaration: open addressing with linear probing, a
   // power of two of places, at most half of them taken (none for a file
   // without declarations).
@@ -80,6 +81,8 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   // Positions of the first declaration of each key, in file order.
   std::vector<std::uint32_t> firstDeclarations;
   std::vector<Problem> problems;
+  KORResourceFile::Encoding encoding = KORResourceFile::Utf8;
+  int illFormedLine = 0;
   // The position just after the declaration Find gave last: where Find looks
   // first. Tables are mostly read in the order they are written, and that
   // place is next to what the previous lookup touched, whereas the index
@@ -156,11 +159,9 @@ std::string DecodeQuoted(std::string_view iQuoted, std::string& oValue) {
   }
 }
 
-// The declarations of a file while it is parsed: the content they go into,
-// and the line of each, which only the report of a duplicate needs.
+// The declarations of a file while it is parsed: the content they go into.
 struct Declarations {
   Content& content;
-  std::vector<int> lines;
   std::string scratch;  // a decoded quoted value
 };
 
@@ -180,7 +181,7 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
   }
   content.keyEnds.push_back(content.keyText.size());
   content.values.emplace_back(iValue.data(), iValue.size());
-  ioDeclarations.lines.push_back(iNumber);
+  content.lines.push_back(iNumber);
 }
 
 // Parses one line (without its line end) into ioDeclarations.
@@ -256,13 +257,13 @@ void BuildIndex(Declarations& ioDeclarations) {
       content.firstDeclarations.push_back(position);
       continue;
     }
-    const int previous = ioDeclarations.lines[slot.declaration - 1];
+    const int previous = content.lines[slot.declaration - 1];
     std::string reason("key \"");
     reason.append(key)
         .append("\" declared again (previously at line ")
         .append(std::to_string(previous))
         .append("): the last declaration wins");
-    AddProblem(content, ioDeclarations.lines[position], reason);
+    AddProblem(content, content.lines[position], reason);
     if (content.overridden.empty()) content.overridden.resize(count);
     content.overridden[slot.declaration - 1] = true;
     slot.declaration = position + 1;
@@ -279,19 +280,37 @@ void BuildIndex(Declarations& ioDeclarations) {
              });
 }
 
+// Tells what encoding the bytes of iText are in. UTF-16 text of a resource
+// file has a NUL byte beside nearly every ASCII character, so a NUL among the
+// first bytes (or a UTF-16 byte-order mark) is taken for it.
+void DetectEncoding(Content& ioContent, std::string_view iText) {
+  const std::string_view start = iText.substr(0, 4096);
+  if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
+      start.find('\0') != std::string_view::npos) {
+    ioContent.encoding = KORResourceFile::Utf16;
+    return;
+  }
+  const std::size_t illFormed = KORUnicodeString::FindIllFormed(iText);
+  if (illFormed == std::string_view::npos) return;
+  ioContent.encoding = KORResourceFile::EightBit;
+  ioContent.illFormedLine =
+      static_cast<int>(std::count(iText.begin(), iText.begin() + illFormed, '\n')) + 1;
+}
+
 void ParseInto(Content& ioContent, std::string_view iText) {
+  DetectEncoding(ioContent, iText);
   constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF");
   if (iText.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     iText.remove_prefix(kByteOrderMark.size());
   }
-  Declarations declarations{ioContent, {}, {}};
+  Declarations declarations{ioContent, {}};
   // A line declares at most one key: reserving for every line spares the
   // copies of growing, and pages reserved but never written cost no memory.
   const std::size_t lines =
       static_cast<std::size_t>(std::count(iText.begin(), iText.end(), '\n')) + 1;
   ioContent.keyEnds.reserve(lines);
   ioContent.values.reserve(lines);
-  declarations.lines.reserve(lines);
+  ioContent.lines.reserve(lines);
   int number = 0;
   while (!iText.empty()) {
     ++number;
@@ -413,6 +432,34 @@ KORListValKORUnicodeString KORResourceFile::GetKeys() const {
     keys.Append(KORUnicodeString(key.data(), key.size()));
   }
   return keys;
+}
+
+int KORResourceFile::GetLine(std::string_view iKey) const noexcept {
+  const Content& content = *_content;
+  if (content.slots.empty()) return 0;
+  const std::uint32_t declaration =
+      content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
+  return declaration == 0 ? 0 : content.lines[declaration - 1];
+}
+
+KORResourceFile::Encoding KORResourceFile::GetEncoding() const noexcept {
+  return _content->encoding;
+}
+
+int KORResourceFile::GetIllFormedLine() const noexcept { return _content->illFormedLine; }
+
+std::vector<KORResourceProblem> KORResourceFile::GetProblemDetails() const {
+  std::vector<KORResourceProblem> details;
+  details.reserve(_content->problems.size());
+  for (const Content::Problem& problem : _content->problems) {
+    // The text is "file:line: reason" (or "file: reason"): the reason follows
+    // the file name and line it was built with.
+    std::string prefix(_content->fileName.View());
+    if (problem.line > 0) prefix.append(":").append(std::to_string(problem.line));
+    prefix.append(": ");
+    details.push_back({problem.line, problem.text.substr(prefix.size())});
+  }
+  return details;
 }
 
 KORListValKORUnicodeString KORResourceFile::GetProblems() const {

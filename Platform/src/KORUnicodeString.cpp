@@ -200,6 +200,22 @@ KORUnicodeString::KORUnicodeString(const char* iUtf8, std::size_t iByteLength) {
 
 KORUnicodeString::KORUnicodeString(KORUnicodeChar iChar) : _length(1) { EncodeUtf8(iChar, _text); }
 
+std::size_t KORUnicodeString::FindIllFormed(std::string_view iBytes) noexcept {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(iBytes.data());
+  std::size_t i = 0;
+  while (i < iBytes.size()) {
+    if (bytes[i] < 0x80) {
+      ++i;
+      continue;
+    }
+    std::size_t length = 0;
+    const std::size_t matched = MatchSequence(bytes + i, iBytes.size() - i, length);
+    if (length == 0 || matched != length) return i;
+    i += length;
+  }
+  return std::string_view::npos;
+}
+
 KORUnicodeString KORUnicodeString::Adopt(std::string&& iValidUtf8, int iLength) noexcept {
   KORUnicodeString result;
   result._text = std::move(iValidUtf8);

@@ -128,3 +128,32 @@ TEST(KORDMTools, FileNamePatternsAreNotMatched) {
   const std::string pattern = directory.Path() + "/*.hub [ab].hub ?.hub";
   EXPECT_EQ(Expand(pattern.c_str()), pattern);
 }
+
+TEST(KORDMTools, ExpansionNamesTheUnsetVariablesOnceInTheOrderTheyAppear) {
+  setenv("KOR_DATA", "/srv/data", 1);
+  unsetenv("KOR_NOWHERE");
+  unsetenv("KOR_ELSEWHERE");
+  KORListValKORUnicodeString unset;
+  unset.Append("<stale>");
+  const KORUnicodeString path = KORDMTools::ExpandPath(
+      "${KOR_NOWHERE}/$KOR_DATA/$KOR_ELSEWHERE/${KOR_NOWHERE}/$$KOR_HIDDEN", unset);
+  EXPECT_EQ(std::string(path.View()), "//srv/data///$KOR_HIDDEN");
+  ASSERT_EQ(unset.Size(), 2);
+  EXPECT_EQ(unset[1], KORUnicodeString("KOR_NOWHERE"));
+  EXPECT_EQ(unset[2], KORUnicodeString("KOR_ELSEWHERE"));
+}
+
+TEST(KORDMTools, ExpansionNamesHomeWhenATildeCannotBeExpanded) {
+  unsetenv("HOME");
+  KORListValKORUnicodeString unset;
+  EXPECT_EQ(std::string(KORDMTools::ExpandPath("~/sessions", unset).View()), "~/sessions");
+  ASSERT_EQ(unset.Size(), 1);
+  EXPECT_EQ(unset[1], KORUnicodeString("HOME"));
+}
+
+TEST(KORDMTools, ExpansionWithAllVariablesSetNamesNone) {
+  setenv("KOR_DATA", "/srv/data", 1);
+  KORListValKORUnicodeString unset;
+  EXPECT_EQ(std::string(KORDMTools::ExpandPath("$KOR_DATA", unset).View()), "/srv/data");
+  EXPECT_EQ(unset.Size(), 0);
+}

@@ -189,3 +189,23 @@ TEST(KORILumServices, SettingsFileIsReadAtEachCreateServices) {
   after->GetAdminVariable(value, "LUM_STARTUP_SESSION", "LUMAdmin");
   EXPECT_EQ(value, KORUnicodeString("YES"));
 }
+
+// --- Diagnostics ----------------------------------------------------------------------
+
+TEST(KORILumServices, SettingKeyIsTheAdministratorThenTheVariable) {
+  EXPECT_EQ(GetAdminSettingKey("LUM_STARTUP_SESSION", "LUMAdmin"),
+            KORUnicodeString("LUMAdmin.LUM_STARTUP_SESSION"));
+}
+
+TEST(KORILumServices, SettingsFileIsTheOneTheServicesRead) {
+  SettingsFixture fixture("LUMAdmin.LUM_STARTUP_SESSION = YES\n");
+  const KORResourceFile file = GetAdminSettingsFile();
+  EXPECT_EQ(file.GetState(), KORResourceFile::Loaded);
+  EXPECT_EQ(std::string(file.GetFileName().View()), fixture.path);
+  EXPECT_EQ(file.GetLine(GetAdminSettingKey("LUM_STARTUP_SESSION", "LUMAdmin").View()), 1);
+}
+
+TEST(KORILumServices, SettingsFileIsAbsentWhenTheVariableIsUnset) {
+  UnsetPlatformVariables();
+  EXPECT_EQ(GetAdminSettingsFile().GetState(), KORResourceFile::Absent);
+}

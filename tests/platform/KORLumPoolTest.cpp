@@ -197,3 +197,40 @@ TEST(KORLumPool, SearchPathVariableIsReadAtEachSearch) {
   EXPECT_EQ(KORLumPool::LoadPool("MERLO"), 0);
   EXPECT_EQ(Declared("MERLO.BRIXFILES"), "other");
 }
+
+TEST(KORLumPool, GetDeclarationGivesTheFileAndLineOfTheValueFound) {
+  PoolFixture fixture;
+  const std::string first = fixture.directory.Write("A.dcls", "# A\nShared = from A\n");
+  fixture.directory.Write("B.dcls", "Shared = from B\nOnlyB = b\n");
+  ASSERT_EQ(KORLumPool::LoadPool("A"), 0);
+  ASSERT_EQ(KORLumPool::LoadPool("B"), 0);
+  KORUnicodeString file;
+  int line = -1;
+  EXPECT_EQ(KORLumPool::GetDeclaration("Shared", file, line), 0);  // the first loaded wins
+  EXPECT_EQ(std::string(file.View()), first);
+  EXPECT_EQ(line, 2);
+  EXPECT_EQ(KORLumPool::GetDeclaration("OnlyB", file, line), 0);
+  EXPECT_EQ(line, 2);
+}
+
+TEST(KORLumPool, GetDeclarationOfAnUndeclaredKeyIsNonZeroWithoutPlace) {
+  PoolFixture fixture;
+  fixture.directory.Write("A.dcls", "Key = 1\n");
+  ASSERT_EQ(KORLumPool::LoadPool("A"), 0);
+  KORUnicodeString file("<untouched>");
+  int line = -1;
+  EXPECT_NE(KORLumPool::GetDeclaration("Other", file, line), 0);
+  EXPECT_EQ(file, KORUnicodeString(""));
+  EXPECT_EQ(line, 0);
+}
+
+TEST(KORLumPool, GetResourceGivesTheParsedFileOfALoadedResource) {
+  PoolFixture fixture;
+  fixture.directory.Write("A.dcls", "Key = 1\nbroken\n");
+  EXPECT_EQ(KORLumPool::GetResource("A").GetState(), KORResourceFile::Absent);
+  ASSERT_EQ(KORLumPool::LoadPool("A"), 0);
+  const KORResourceFile resource = KORLumPool::GetResource("A");
+  EXPECT_EQ(resource.GetState(), KORResourceFile::Loaded);
+  EXPECT_EQ(resource.GetLine("Key"), 1);
+  EXPECT_EQ(resource.GetProblemDetails().size(), 1U);
+}

@@ -386,3 +386,118 @@ TEST(KORMsgCatalog, GetProblemsListsSkippedFilesThenMalformedLinesAndDuplicates)
                                  .c_str(),
                              (byDefault + ":1: no '=' between a key and a value").c_str()})));
 }
+
+// --- Resolution: where a text comes from ---------------------------------------------
+
+TEST(KORMsgCatalog, ResolveGivesTheLevelFileAndLineOfTheText) {
+  LanguageFixture fixture;
+  setenv("LANG", "fr_CA.UTF-8", 1);
+  const KORMsgResolution resolution = KORMsgCatalog("Texts").Resolve("OnlyFr");
+  EXPECT_EQ(resolution.outcome, KORMsgResolution::Found);
+  EXPECT_EQ(resolution.level, 2);
+  EXPECT_EQ(resolution.language, KORUnicodeString("fr"));
+  EXPECT_EQ(std::string(resolution.file.View()), fixture.directory.PathOf("fr/Texts.msgcat"));
+  EXPECT_EQ(resolution.line, 2);
+  EXPECT_EQ(resolution.text, KORUnicodeString("fr"));
+}
+
+TEST(KORMsgCatalog, ResolveOfTheDefaultLevelHasAnEmptyLanguage) {
+  LanguageFixture fixture;
+  setenv("LANG", "fr_CA", 1);
+  const KORMsgResolution resolution = KORMsgCatalog("Texts").Resolve("OnlyDefault");
+  EXPECT_EQ(resolution.outcome, KORMsgResolution::Found);
+  EXPECT_EQ(resolution.level, 3);
+  EXPECT_EQ(resolution.language, KORUnicodeString(""));
+}
+
+TEST(KORMsgCatalog, ResolveOfAnUndeclaredKeySaysSoWithoutRaising) {
+  LanguageFixture fixture;
+  const KORMsgResolution resolution = KORMsgCatalog("Texts").Resolve("Nowhere");
+  EXPECT_EQ(resolution.outcome, KORMsgResolution::NotDeclared);
+  EXPECT_EQ(resolution.level, 0);
+  EXPECT_EQ(resolution.file, KORUnicodeString(""));
+}
+
+TEST(KORMsgCatalog, ResolveOfACatalogueWithoutFileSaysSo) {
+  LanguageFixture fixture;
+  EXPECT_EQ(KORMsgCatalog("Absent").Resolve("Where").outcome, KORMsgResolution::NoFile);
+}
+
+TEST(KORMsgCatalog, ResolveInAnotherLanguageFollowsThatLanguagesChain) {
+  LanguageFixture fixture;
+  setenv("LANG", "de_DE", 1);  // the language in force is not asked
+  const KORMsgCatalog catalog("Texts");
+  EXPECT_EQ(catalog.Resolve("Where", "fr_CA.UTF-8").text, KORUnicodeString("fr_CA"));
+  EXPECT_EQ(catalog.Resolve("OnlyFr", "fr_CA").language, KORUnicodeString("fr"));
+  EXPECT_EQ(catalog.Resolve("Where", "fr_BE").language, KORUnicodeString("fr"));
+  EXPECT_EQ(catalog.Resolve("Where", "C").language, KORUnicodeString(""));
+  EXPECT_EQ(catalog.Resolve("Where", "").text, KORUnicodeString("default"));
+  EXPECT_EQ(catalog.Resolve("Where").text, KORUnicodeString("default"));
+}
+
+TEST(KORMsgCatalog, GetMsgGivesWhatResolveFinds) {
+  LanguageFixture fixture;
+  setenv("LANG", "fr_CA", 1);
+  for (const char* key : {"Where", "OnlyFr", "OnlyDefault"}) {
+    EXPECT_EQ(Lookup("Texts", key), std::string(KORMsgCatalog("Texts").Resolve(key).text.View()))
+        << key;
+  }
+}
+
+TEST(KORMsgCatalog, LanguageLevelsOfAGivenLanguage) {
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels("fr_CA.UTF-8@euro")),
+            ListText(ListOf({"fr_CA", "fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels("ja")), ListText(ListOf({"ja", ""})));
+  for (const char* untranslated : {"POSIX", "C.UTF-8", "", "../fr"}) {
+    EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels(untranslated)), ListText(ListOf({""})))
+        << untranslated;
+  }
+}
+
+TEST(KORMsgCatalog, LanguageVariablesAreListedInTheOrderTheyAreRead) {
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageVariables()),
+            ListText(ListOf({"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"})));
+}
+
+TEST(KORMsgCatalog, LanguageVariableNamesTheVariableThatGivesTheLanguage) {
+  LanguageFixture fixture;
+  setenv("LC_MESSAGES", "", 1);
+  setenv("LANG", "fr", 1);
+  EXPECT_EQ(KORMsgCatalog::GetLanguageVariable(), KORUnicodeString("LANG"));
+}
+
+TEST(KORMsgCatalog, LanguageVariableIsEmptyWhenNoneIsSet) {
+  LanguageFixture fixture;
+  EXPECT_EQ(KORMsgCatalog::GetLanguageVariable(), KORUnicodeString(""));
+}
+
+TEST(KORMsgCatalog, OnlyNamesALanguageCanTakeAreLanguageDirectories) {
+  for (const char* name : {"fr", "fr_CA", "ja_JP", "de"}) {
+    EXPECT_EQ(KORMsgCatalog::IsLanguageDirectory(name), 1) << name;
+  }
+  for (const char* name : {"fr_FR.UTF-8", "de@euro", ".git", "old.backup", "C", "POSIX", ""}) {
+    EXPECT_EQ(KORMsgCatalog::IsLanguageDirectory(name), 0) << name;
+  }
+}
+
+TEST(KORMsgCatalog, DirectoryWithACodesetIsNeverSearched) {
+  LanguageFixture fixture;
+  fixture.directory.Write("fr_FR.UTF-8/Texts.msgcat", "Where = unreachable\n");
+  setenv("LANG", "fr_FR.UTF-8", 1);
+  EXPECT_EQ(Lookup("Texts", "Where"), "fr");
+}
+
+TEST(KORMsgCatalog, CatalogueOfItsOwnDirectoriesIgnoresTheSearchPath) {
+  LanguageFixture fixture;
+  TemporaryDirectory own;
+  own.Write("Texts.msgcat", "Where = own\n");
+  own.Write("fr/Texts.msgcat", "Where = own fr\n");
+  KORListValKORUnicodeString directories;
+  directories.Append(own.Path().c_str());
+  const KORMsgCatalog catalog("Texts", directories);
+  KORUnicodeString text;
+  catalog.GetMsg("Where").BuildMessage(&text);
+  EXPECT_EQ(text, KORUnicodeString("own"));
+  EXPECT_EQ(catalog.Resolve("Where", "fr").text, KORUnicodeString("own fr"));
+  EXPECT_EQ(Lookup("Texts", "Where"), "default");  // the search path's catalogue is apart
+}

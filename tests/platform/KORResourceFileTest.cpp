@@ -417,3 +417,61 @@ TEST(KORResourceFile, DefaultConstructedFileIsAbsentAndEmpty) {
   EXPECT_EQ(file.GetKeys().Size(), 0);
   EXPECT_EQ(file.Find(""), nullptr);
 }
+
+// --- Places, problems apart, encoding ----------------------------------------------
+
+TEST(KORResourceFile, LineOfAKeyIsTheLineOfTheDeclarationFound) {
+  const KORResourceFile file = KORResourceFile::Parse("# comment\n\nA = 1\nB = 2\nA = 3\n", "f");
+  EXPECT_EQ(file.GetLine("A"), 5);  // the last declaration wins
+  EXPECT_EQ(file.GetLine("B"), 4);
+  EXPECT_EQ(file.GetLine("C"), 0);
+}
+
+TEST(KORResourceFile, ProblemDetailsGiveLineAndReasonApart) {
+  const KORResourceFile file = KORResourceFile::Parse("ok = 1\nbroken line\nok = 2\n", "x.dcls");
+  const std::vector<KORResourceProblem> details = file.GetProblemDetails();
+  ASSERT_EQ(details.size(), 2U);
+  EXPECT_EQ(details[0].line, 2);
+  EXPECT_EQ(details[0].reason, "no '=' between a key and a value");
+  EXPECT_EQ(details[1].line, 3);
+  EXPECT_EQ(std::string(file.GetProblems()[2].View()), "x.dcls:3: " + details[1].reason);
+}
+
+TEST(KORResourceFile, ProblemDetailOfAWholeFileHasLineZero) {
+  TemporaryDirectory directory;
+  const std::string path = directory.MakeDirectory("not-a-file.msgcat");
+  const std::vector<KORResourceProblem> details =
+      KORResourceFile::Load(path.c_str()).GetProblemDetails();
+  ASSERT_EQ(details.size(), 1U);
+  EXPECT_EQ(details[0].line, 0);
+  EXPECT_EQ(details[0].reason, "is a directory, not a file");
+}
+
+TEST(KORResourceFile, Utf8FileIsReportedAsUtf8) {
+  const KORResourceFile file = KORResourceFile::Parse("Label = Pièce 部品\n", "f");
+  EXPECT_EQ(file.GetEncoding(), KORResourceFile::Utf8);
+  EXPECT_EQ(file.GetIllFormedLine(), 0);
+}
+
+TEST(KORResourceFile, Windows1252FileIsReportedWithItsFirstIllFormedLine) {
+  const KORResourceFile file = KORResourceFile::Parse(
+      "A = plain\n# comment\nB = Pi\xE8"
+      "ce \x93quoted\x94\n",
+      "f");
+  EXPECT_EQ(file.GetEncoding(), KORResourceFile::EightBit);
+  EXPECT_EQ(file.GetIllFormedLine(), 3);
+}
+
+TEST(KORResourceFile, Utf16FileIsReportedAsUtf16) {
+  const std::string littleEndian(
+      "\xFF\xFE"
+      "A\0 \0=\0 \0"
+      "1\0\n\0",
+      14);
+  EXPECT_EQ(KORResourceFile::Parse(littleEndian, "f").GetEncoding(), KORResourceFile::Utf16);
+  const std::string withoutMark(
+      "\0A\0 \0=\0 \0"
+      "1\0\n",
+      12);
+  EXPECT_EQ(KORResourceFile::Parse(withoutMark, "f").GetEncoding(), KORResourceFile::Utf16);
+}

@@ -49,36 +49,156 @@ KORLumLazyInstance<KORUnicodeString> gBRIXFilesPath;
 bool gGraphFilesPathComputed = false;
 KORLumLazyInstance<KORUnicodeString> gGraphFilesPath;
 
+// --- The keys read ----------------------------------------------------------------
+//
+// Every key the library reads, in one table that the operations below take
+// their keys from and that GetKeysRead() lists.
+
+enum KeyName : int {
+  kBRIXFilesKey,
+  kGraphFilesKey,
+  kWhereKey,
+  kRoleKey,
+  kCommandKey,
+  kTagKey,
+  kObjectKey,
+  kStartUpSessionKey,
+  kTypeQueryKey,
+  kTypeGraphKey,
+  kTypeNoneKey,
+  kLoadModeDynamicKey,
+  kLoadModeStaticKey,
+  kLoadModeNoneKey,
+  kInstanceModeAllKey,
+  kInstanceModeSelectedKey,
+  kInstanceModeNoneKey,
+  kOptionSeparatorKey,
+  kOptionReportKey,
+  kOptionModificationKey,
+  kOptionQueryKey,
+  kOptionCSBKey,
+  kFileNoneKey,
+  kViewerNoneKey,
+  kLabelKey,
+  kSynonymKey,
+  kKeyCount
+};
+
+// The catalogue of the type, mode, option texts and object synonyms, and the
+// one of the "no file" and "no viewer" texts. The two names differ on
+// purpose: they are two catalogues of the installed product.
+constexpr const char* kValueCatalog = "KORLumSessionFile";
+constexpr const char* kAbsenceCatalog = "LumSessionFile";
+constexpr const char* kToolsCatalog = "KORDMToolsManager";
+
+// The values the library tests for.
+constexpr const char* kWhereValues[] = {"HUB", "Both", nullptr};
+constexpr const char* kRoleValues[] = {"Tools", nullptr};
+constexpr const char* kStartUpValues[] = {"YES", nullptr};
+
+constexpr KORLumKeyRead kKeysRead[kKeyCount] = {
+    {KORLumKeyRead::Declaration, "MERLO", "MERLO.BRIXFILES", nullptr, nullptr},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.HUB.GRAPHSESSION", nullptr, nullptr},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.METHOD_LIST(%d).WHERE", nullptr, kWhereValues},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.METHOD_LIST(%d).ROLE", nullptr, kRoleValues},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.METHOD_LIST(%d).COMMAND", nullptr, nullptr},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.METHOD_LIST(%d).TAG", nullptr, nullptr},
+    {KORLumKeyRead::Declaration, "KORBRIX", "KORBRIX.METHOD_LIST(%d).KORAB", nullptr, nullptr},
+    {KORLumKeyRead::Setting, "LUMAdmin", "LUM_STARTUP_SESSION", nullptr, kStartUpValues},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "TypeQuery.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "TypeGraph.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "TypeNone.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "LoadModeDynamic.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "LoadModeStatic.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "LoadModeNone.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "InstanceModeAll.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "InstanceModeSelected.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "InstanceModeNone.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "OptionSeparator.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "OptionReport.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "OptionModification.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "OptionQuery.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, "OptionCSB.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kAbsenceCatalog, "FileNone.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kAbsenceCatalog, "ViewerNone.Msg", nullptr, nullptr},
+    {KORLumKeyRead::Catalogue, kToolsCatalog, ".Label", "TAG", nullptr},
+    {KORLumKeyRead::Catalogue, kValueCatalog, ".Synonym", "KORAB", nullptr},
+};
+
+constexpr const KORLumKeyRead& Key(KeyName iName) { return kKeysRead[iName]; }
+
+// Whether iValue is one of the values that the key iName accepts.
+bool IsAccepted(const KORUnicodeString& iValue, KeyName iName) {
+  for (const char* const* accepted = Key(iName).accepted; *accepted != nullptr; ++accepted) {
+    if (iValue == *accepted) return true;
+  }
+  return false;
+}
+
 // --- Files paths ----------------------------------------------------------------
 
 // Expands the variables of a non-empty path, removes the blanks around it and
 // ends it with exactly one "/" (the leading "/" of an absolute path is kept).
 // An empty path stays empty.
-void NormalisePath(KORUnicodeString& ioPath) {
+// The variables it uses that are unset are put in oUnset, when given.
+void NormalisePath(KORUnicodeString& ioPath, KORListValKORUnicodeString* oUnset) {
   if (ioPath.GetLengthInChar() <= 0) return;
-  ioPath = KORDMTools::ExpandPath(ioPath)
-               .Strip(KORUnicodeString::StripBoth, U' ')
+  const KORUnicodeString expanded =
+      oUnset != nullptr ? KORDMTools::ExpandPath(ioPath, *oUnset) : KORDMTools::ExpandPath(ioPath);
+  ioPath = expanded.Strip(KORUnicodeString::StripBoth, U' ')
                .Strip(KORUnicodeString::StripTrailing, U'/');
   ioPath.Append("/");
 }
 
-// Computes a files path once: the declaration iKey of the resource
-// iResource, or, when the resource cannot be loaded, the fallback (after a
-// message line). The result is kept, also when it is empty.
+// How one files path is found: its declaration, and what stands in for it
+// when the declaration resource cannot be loaded.
+struct FilesPathRule {
+  KeyName key;
+  const char* fallbackMessage;  // traced when the fallback is taken
+  const char* fallbackName;     // what the fallback is, for explanations
+  KORUnicodeString (*fallback)();
+};
+
+// Computes a files path: the declaration of the rule's key, or, when its
+// resource cannot be loaded, the fallback (after a message line); then
+// normalised. Fills oExplanation when given.
+KORUnicodeString ComputeFilesPath(KORLumTrace& ioTrace, const FilesPathRule& iRule,
+                                  KORLumPathExplanation* oExplanation) {
+  const KORLumKeyRead& key = Key(iRule.key);
+  KORUnicodeString path;
+  const bool loaded = KORLumPool::LoadPool(key.container) == 0;
+  if (loaded) {
+    int status = 0;
+    path = KORLumPool::GetStringDec(key.key, status);
+  } else {
+    ioTrace.Line(iRule.fallbackMessage);
+    path = iRule.fallback();
+  }
+  if (oExplanation != nullptr) {
+    KORLumPathExplanation& explanation = *oExplanation;
+    explanation.resource = key.container;
+    explanation.key = key.key;
+    explanation.resourceLoaded = loaded ? 1 : 0;
+    if (loaded) {
+      explanation.declared =
+          KORLumPool::GetDeclaration(key.key, explanation.file, explanation.line) == 0 ? 1 : 0;
+    } else {
+      explanation.fallback = iRule.fallbackName;
+    }
+    explanation.value = path;
+  }
+  NormalisePath(path, oExplanation != nullptr ? &oExplanation->unsetVariables : nullptr);
+  if (oExplanation != nullptr) oExplanation->path = path;
+  return path;
+}
+
+// Computes a files path once; the result is kept, also when it is empty.
 KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeString>& ioPath,
-                            bool& ioComputed, const char* iResource, const char* iKey,
-                            const char* iFallbackMessage, KORUnicodeString (*iFallback)()) {
+                            bool& ioComputed, const FilesPathRule& iRule) {
   if (!ioPath.IsCreated()) ioPath.Create();
   KORUnicodeString& path = ioPath.Get();
   if (!ioComputed) {
-    if (KORLumPool::LoadPool(iResource) == 0) {
-      int status = 0;
-      path = KORLumPool::GetStringDec(iKey, status);
-    } else {
-      ioTrace.Line(iFallbackMessage);
-      path = iFallback();
-    }
-    NormalisePath(path);
+    path = ComputeFilesPath(ioTrace, iRule, nullptr);
     ioComputed = true;
   }
   return path;
@@ -86,13 +206,14 @@ KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeS
 
 KORUnicodeString PresentWorkingDirectory() { return KORUnicodeString(KORGetEnv("PWD")); }
 
-// --- Translated texts -----------------------------------------------------------
+const FilesPathRule kBRIXFilesPath = {kBRIXFilesKey,
+                                      "Problem while retrieving DCLS - defaulting to $PWD", "$PWD",
+                                      PresentWorkingDirectory};
+const FilesPathRule kGraphFilesPath = {
+    kGraphFilesKey, "Problem while retrieving DCLS - defaulting to BRIX files path",
+    "BRIX files path", KORLumSessionFileUtilities::GetBRIXFilesPath};
 
-// The catalogue of the type, mode and option texts, and the one of the "no
-// file" and "no viewer" texts. The two names differ on purpose: they are two
-// catalogues of the installed product.
-constexpr const char* kValueCatalog = "KORLumSessionFile";
-constexpr const char* kAbsenceCatalog = "LumSessionFile";
+// --- Translated texts -----------------------------------------------------------
 
 // The name of the value catalogue, the keys and the untranslated texts of the
 // value texts are built once, on first use, as the strings a lookup takes: a
@@ -134,10 +255,8 @@ const KORListValKORUnicodeString& LoadedViewers();
 
 // The translation of iName in iTranslations, index for index with iNames,
 // or iName itself when it is not listed or its translation is empty.
-KORUnicodeString TranslateName(const KORUnicodeString& iName,
-                               const KORListValKORUnicodeString& iNames,
-                               const KORListValKORUnicodeString& iTranslations) {
-  LoadedViewers();  // fills the catalogue on first use
+KORUnicodeString NameIn(const KORUnicodeString& iName, const KORListValKORUnicodeString& iNames,
+                        const KORListValKORUnicodeString& iTranslations) {
   KORUnicodeString translated;
   if (iNames.Size() > 0) {
     const int index = iNames.Locate(iName, 1);
@@ -145,6 +264,14 @@ KORUnicodeString TranslateName(const KORUnicodeString& iName,
   }
   if (translated.GetLengthInChar() == 0) translated = iName;
   return translated;
+}
+
+// The same in the viewer catalogue, filled on first use.
+KORUnicodeString TranslateName(const KORUnicodeString& iName,
+                               const KORListValKORUnicodeString& iNames,
+                               const KORListValKORUnicodeString& iTranslations) {
+  LoadedViewers();
+  return NameIn(iName, iNames, iTranslations);
 }
 
 KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
@@ -163,14 +290,17 @@ KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
 // catalogue no longer keeps in the processor's caches.
 class BagsOfObjects {
  public:
+  // An index of the bags of iObjects, which it reads but does not own.
+  explicit BagsOfObjects(const KORListValKORUnicodeString& iObjects) : _objects(iObjects) {}
+
   // The position of iObject's bag, or 0 when it has none yet.
   [[nodiscard]] int Find(const KORUnicodeString& iObject) const {
     if (_places.empty()) return 0;
     return _places[PlaceOf(iObject, HashOf(iObject))].position;
   }
 
-  // Records that iObject, which has no bag yet, is the object of
-  // gObjects[iPosition].
+  // Records that iObject, which has no bag yet, is the object at iPosition
+  // of the objects.
   void Add(const KORUnicodeString& iObject, int iPosition) {
     if (2 * (_count + 1) > _places.size()) Grow();
     const std::size_t hash = HashOf(iObject);
@@ -197,7 +327,7 @@ class BagsOfObjects {
     const std::size_t mask = _places.size() - 1;
     std::size_t place = iHash & mask;
     while (_places[place].position != 0 &&
-           (_places[place].hash != iHash || gObjects[_places[place].position] != iObject)) {
+           (_places[place].hash != iHash || _objects[_places[place].position] != iObject)) {
       place = (place + 1) & mask;
     }
     return place;
@@ -216,80 +346,135 @@ class BagsOfObjects {
     }
   }
 
+  const KORListValKORUnicodeString& _objects;
   std::vector<Place> _places;
   std::size_t _count = 0;
 };
 
-// One field of the METHOD_LIST entry numbered iIndex: the key iKeyPattern
-// with "%d" replaced by iIndex. Sets oStatus to 0 when the key is declared.
-KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, const char* iKeyPattern,
-                                int& oStatus) {
-  KORUnicodeString key(iKeyPattern);
+// The five lists of a viewer catalogue: the module's own, or those of an
+// explanation.
+struct CatalogLists {
+  KORListValKORLumViewerBag& bags;
+  KORListValKORUnicodeString& objects;
+  KORListValKORUnicodeString& NLSObjects;
+  KORListValKORUnicodeString& viewers;
+  KORListValKORUnicodeString& NLSViewers;
+};
+
+using Entry = KORLumMethodListEntry;
+
+// One field of the METHOD_LIST entry numbered iIndex: the key iField with
+// "%d" replaced by iIndex. Sets oStatus to 0 when the key is declared. When
+// oReport is given, records there what was read and where it is declared.
+KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, KeyName iField, int& oStatus,
+                                Entry::Field* oReport) {
+  KORUnicodeString key(Key(iField).key);
   key.ReplaceSubString("%d", iIndex);
-  return KORLumPool::GetStringDec(key, oStatus);
+  KORUnicodeString value = KORLumPool::GetStringDec(key, oStatus);
+  if (oReport != nullptr) {
+    oReport->read = 1;
+    oReport->declared = oStatus == 0 ? 1 : 0;
+    oReport->value = value;
+    KORLumPool::GetDeclaration(key, oReport->file, oReport->line);
+    oReport->key = std::move(key);
+  }
+  return value;
 }
 
-// Reads the METHOD_LIST table of the loaded "KORBRIX" resource into the
-// catalogue: entries 1, 2, ... up to the first one without WHERE, or the
-// first kept entry without COMMAND, TAG or KORAB. An entry is kept when its
-// WHERE is "HUB" or "Both" and its ROLE is "Tools".
-void ReadMethodList(KORLumTrace& ioTrace) {
+// Reads the METHOD_LIST table of the loaded "KORBRIX" resource into ioLists,
+// with the rules written out in KORLumSessionFileUtilities.h: entries 1, 2,
+// ... up to the first one without WHERE, or the first selected entry without
+// COMMAND, TAG or KORAB. When oReport is given, one element per entry read
+// records the decision taken on it.
+void ReadMethodList(KORLumTrace& ioTrace, const CatalogLists& ioLists,
+                    std::vector<Entry>* oReport) {
   // Position of each object's bag, so that the table is read in linear time.
-  BagsOfObjects bagOfObject;
-  int status = 0;
-  int n = 1;
-  do {
+  BagsOfObjects bagOfObject(ioLists.objects);
+  for (int n = 1;; ++n) {
+    Entry* report = nullptr;
+    if (oReport != nullptr) {
+      report = &oReport->emplace_back();
+      report->index = n;
+    }
+    const auto field = [report](Entry::Field Entry::*iField) {
+      return report != nullptr ? &(report->*iField) : nullptr;
+    };
+    int status = 0;
     KORUnicodeString index;
     index.BuildFromNum(n, "%d");
-    const KORUnicodeString where = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).WHERE", status);
-    if (status != 0) break;
-    KORUnicodeString role = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).ROLE", status);
+    const KORUnicodeString where = ReadEntryField(index, kWhereKey, status, field(&Entry::where));
+    if (status != 0) {
+      if (report != nullptr) report->decision = Entry::End;
+      break;
+    }
+    KORUnicodeString role = ReadEntryField(index, kRoleKey, status, field(&Entry::role));
     if (status != 0) {  // a missing ROLE only skips the entry
       role.Reset();
       status = 0;
     }
-    if (!((where == "HUB" || where == "Both") && role == "Tools")) {
-      ++n;
+    if (!(IsAccepted(where, kWhereKey) && IsAccepted(role, kRoleKey))) {
+      if (report != nullptr) report->decision = Entry::Skipped;
       continue;
     }
     const KORUnicodeString command =
-        ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).COMMAND", status);
-    if (status != 0) break;
-    const KORUnicodeString tag = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).TAG", status);
-    if (status != 0) break;
+        ReadEntryField(index, kCommandKey, status, field(&Entry::command));
+    if (status != 0) {
+      if (report != nullptr) report->decision = Entry::Stopped;
+      break;
+    }
+    const KORUnicodeString tag = ReadEntryField(index, kTagKey, status, field(&Entry::tag));
+    if (status != 0) {
+      if (report != nullptr) report->decision = Entry::Stopped;
+      break;
+    }
 
-    gViewers.Append(command);
-    ioTrace.Line("[", gViewers.Size(), "] - Viewer     = [", command, "]");
+    ioLists.viewers.Append(command);
+    ioTrace.Line("[", ioLists.viewers.Size(), "] - Viewer     = [", command, "]");
     KORUnicodeString label;
     if (tag.GetLengthInChar() > 0) {
       label = KORLumSessionFileUtilities::GetNLSMessage(
-          "KORDMToolsManager", Concatenate(tag, ".Label"), KORUnicodeString());
+          Key(kLabelKey).container, Concatenate(tag, Key(kLabelKey).key), KORUnicodeString());
     }
     if (label.GetLengthInChar() == 0) label = command;
-    gNLSViewers.Append(label);
+    ioLists.NLSViewers.Append(label);
     // The line shows the command, not the label: readers of the trace match
     // the two lines of an entry on it.
-    ioTrace.Line("[", gNLSViewers.Size(), "] - NLS Viewer = [", command, "]");
+    ioTrace.Line("[", ioLists.NLSViewers.Size(), "] - NLS Viewer = [", command, "]");
+    if (report != nullptr) {
+      report->viewerPosition = ioLists.viewers.Size();
+      report->label = label;
+    }
 
-    const KORUnicodeString object = ReadEntryField(index, "KORBRIX.METHOD_LIST(%d).KORAB", status);
+    const KORUnicodeString object =
+        ReadEntryField(index, kObjectKey, status, field(&Entry::object));
     if (status == 0 && object.GetLengthInChar() >= 1) {
       const int known = bagOfObject.Find(object);
       if (known > 0) {
-        gViewerBags[known].Add(command);  // Add keeps a viewer once per bag
+        ioLists.bags[known].Add(command);  // Add keeps a viewer once per bag
       } else {
         KORListValKORUnicodeString viewers;
         viewers.Append(command);
-        gViewerBags.Append(KORLumViewerBag(object, viewers));
-        gObjects.Append(object);
-        bagOfObject.Add(object, gObjects.Size());
+        ioLists.bags.Append(KORLumViewerBag(object, viewers));
+        ioLists.objects.Append(object);
+        bagOfObject.Add(object, ioLists.objects.Size());
         KORUnicodeString synonym = KORLumSessionFileUtilities::GetNLSMessage(
-            kValueCatalog, Concatenate(object, ".Synonym"), KORUnicodeString());
+            Key(kSynonymKey).container, Concatenate(object, Key(kSynonymKey).key),
+            KORUnicodeString());
         if (synonym.GetLengthInChar() == 0) synonym = object;
-        gNLSObjects.Append(synonym);
+        if (report != nullptr) {
+          report->addsObject = 1;
+          report->synonym = synonym;
+        }
+        ioLists.NLSObjects.Append(std::move(synonym));
       }
     }
-    ++n;
-  } while (status == 0);
+    // A selected entry without KORAB is the last one read.
+    if (status != 0) {
+      if (report != nullptr) report->decision = Entry::KeptAndLast;
+      break;
+    }
+    if (report != nullptr) report->decision = Entry::Kept;
+  }
 }
 
 // The viewer catalogue, read on the first call, without a copy: what
@@ -299,7 +484,9 @@ const KORListValKORUnicodeString& LoadedViewers() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetViewers");
   if (gViewersLoaded) return gViewers;
   // A resource that cannot be loaded leaves the catalogue empty for good.
-  if (KORLumPool::LoadPool("KORBRIX") == 0) ReadMethodList(trace);
+  if (KORLumPool::LoadPool(Key(kWhereKey).container) == 0) {
+    ReadMethodList(trace, {gViewerBags, gObjects, gNLSObjects, gViewers, gNLSViewers}, nullptr);
+  }
   gViewersLoaded = true;
   trace.Line("Number of viewer(s) = [", gViewers.Size(), "]");
   return gViewers;
@@ -324,8 +511,9 @@ int KORLumSessionFileUtilities::IsStartUpSession() {
       gStartUpSession = 0;
     } else {
       KORUnicodeString value;
-      services->GetAdminVariable(value, "LUM_STARTUP_SESSION", "LUMAdmin");
-      gStartUpSession = (value == "YES") ? 1 : 0;
+      const KORLumKeyRead& key = Key(kStartUpSessionKey);
+      services->GetAdminVariable(value, key.key, key.container);
+      gStartUpSession = IsAccepted(value, kStartUpSessionKey) ? 1 : 0;
     }
   }  // the services handle is released here
   trace.Value("isStartUpSession", gStartUpSession);
@@ -335,17 +523,15 @@ int KORLumSessionFileUtilities::IsStartUpSession() {
 KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetBRIXFilesPath");
   const KORUnicodeString& path =
-      FilesPath(trace, gBRIXFilesPath, gBRIXFilesPathComputed, "MERLO", "MERLO.BRIXFILES",
-                "Problem while retrieving DCLS - defaulting to $PWD", PresentWorkingDirectory);
+      FilesPath(trace, gBRIXFilesPath, gBRIXFilesPathComputed, kBRIXFilesPath);
   trace.Value("BRIXFilesPath", path);
   return path;
 }
 
 KORUnicodeString KORLumSessionFileUtilities::GetGraphFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetGraphFilesPath");
-  const KORUnicodeString& path = FilesPath(
-      trace, gGraphFilesPath, gGraphFilesPathComputed, "KORBRIX", "KORBRIX.HUB.GRAPHSESSION",
-      "Problem while retrieving DCLS - defaulting to BRIX files path", GetBRIXFilesPath);
+  const KORUnicodeString& path =
+      FilesPath(trace, gGraphFilesPath, gGraphFilesPathComputed, kGraphFilesPath);
   trace.Value("graphFilesPath", path);
   return path;
 }
@@ -433,9 +619,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
 KORUnicodeString KORLumSessionFileUtilities::GetNLSType(const _KORLumSessionFileType iType) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSType");
   trace.Value("iType", iType);
-  static const ValueText kListed[] = {{KORLumSessionFileType_Query, "TypeQuery.Msg", "Query"},
-                                      {KORLumSessionFileType_Graph, "TypeGraph.Msg", "Graph"}};
-  static const ValueText kOther = {KORLumSessionFileType_None, "TypeNone.Msg", "None"};
+  static const ValueText kListed[] = {
+      {KORLumSessionFileType_Query, Key(kTypeQueryKey).key, "Query"},
+      {KORLumSessionFileType_Graph, Key(kTypeGraphKey).key, "Graph"}};
+  static const ValueText kOther = {KORLumSessionFileType_None, Key(kTypeNoneKey).key, "None"};
   KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
   trace.Value("NLSType", NLSType);
   return NLSType;
@@ -446,9 +633,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSLoadMode(
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSLoadMode");
   trace.Value("iLoadMode", iLoadMode);
   static const ValueText kListed[] = {
-      {KORLumGraphSessionLoadMode_Dynamic, "LoadModeDynamic.Msg", "Dynamic"},
-      {KORLumGraphSessionLoadMode_Static, "LoadModeStatic.Msg", "Static"}};
-  static const ValueText kOther = {KORLumGraphSessionLoadMode_None, "LoadModeNone.Msg", "None"};
+      {KORLumGraphSessionLoadMode_Dynamic, Key(kLoadModeDynamicKey).key, "Dynamic"},
+      {KORLumGraphSessionLoadMode_Static, Key(kLoadModeStaticKey).key, "Static"}};
+  static const ValueText kOther = {KORLumGraphSessionLoadMode_None, Key(kLoadModeNoneKey).key,
+                                   "None"};
   KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
   trace.Value("NLSLoadMode", NLSLoadMode);
   return NLSLoadMode;
@@ -459,10 +647,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSInstanceMode(
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSInstanceMode");
   trace.Value("iInstanceMode", iInstanceMode);
   static const ValueText kListed[] = {
-      {KORLumGraphSessionInstanceMode_All, "InstanceModeAll.Msg", "All"},
-      {KORLumGraphSessionInstanceMode_Selected, "InstanceModeSelected.Msg", "Selected"}};
-  static const ValueText kOther = {KORLumGraphSessionInstanceMode_None, "InstanceModeNone.Msg",
-                                   "None"};
+      {KORLumGraphSessionInstanceMode_All, Key(kInstanceModeAllKey).key, "All"},
+      {KORLumGraphSessionInstanceMode_Selected, Key(kInstanceModeSelectedKey).key, "Selected"}};
+  static const ValueText kOther = {KORLumGraphSessionInstanceMode_None,
+                                   Key(kInstanceModeNoneKey).key, "None"};
   KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
   trace.Value("NLSInstanceMode", NLSInstanceMode);
   return NLSInstanceMode;
@@ -477,11 +665,11 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
     KORUnicodeString letter;
   };
   static const OptionText kOptions[] = {
-      {KORLumSessionFileOption_Report, "OptionReport.Msg", "R"},
-      {KORLumSessionFileOption_Modification, "OptionModification.Msg", "M"},
-      {KORLumSessionFileOption_Query, "OptionQuery.Msg", "Q"},
-      {KORLumSessionFileOption_CSB, "OptionCSB.Msg", "C"}};
-  static const OptionText kSeparator = {0UL, "OptionSeparator.Msg", "+"};
+      {KORLumSessionFileOption_Report, Key(kOptionReportKey).key, "R"},
+      {KORLumSessionFileOption_Modification, Key(kOptionModificationKey).key, "M"},
+      {KORLumSessionFileOption_Query, Key(kOptionQueryKey).key, "Q"},
+      {KORLumSessionFileOption_CSB, Key(kOptionCSBKey).key, "C"}};
+  static const OptionText kSeparator = {0UL, Key(kOptionSeparatorKey).key, "+"};
   KORUnicodeString NLSOption;
   const KORUnicodeString separator =
       GetNLSMessage(ValueCatalog(), kSeparator.key, kSeparator.letter);
@@ -498,7 +686,8 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
 
 KORUnicodeString KORLumSessionFileUtilities::GetNLSNoFile() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoFile");
-  KORUnicodeString NLSNoFile = GetNLSMessage(kAbsenceCatalog, "FileNone.Msg", KORUnicodeString());
+  KORUnicodeString NLSNoFile =
+      GetNLSMessage(Key(kFileNoneKey).container, Key(kFileNoneKey).key, KORUnicodeString());
   if (NLSNoFile.GetLengthInChar() == 0) NLSNoFile = "None";
   trace.Value("NLSNoFile", NLSNoFile);
   return NLSNoFile;
@@ -508,7 +697,8 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSNoViewer() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoViewer");
   // Never empty once computed: the catalogue is read on the first call only.
   if (gNLSNoViewer.GetLengthInChar() == 0) {
-    gNLSNoViewer = GetNLSMessage(kAbsenceCatalog, "ViewerNone.Msg", KORUnicodeString());
+    gNLSNoViewer =
+        GetNLSMessage(Key(kViewerNoneKey).container, Key(kViewerNoneKey).key, KORUnicodeString());
     if (gNLSNoViewer.GetLengthInChar() == 0) gNLSNoViewer = "None";
   }
   trace.Value("_NLSNoViewer", gNLSNoViewer);
@@ -541,4 +731,44 @@ KORListValKORUnicodeString KORLumSessionFileUtilities::GetNLSViewers() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewers");
   LoadedViewers();
   return gNLSViewers;
+}
+
+std::vector<KORLumKeyRead> KORLumSessionFileUtilities::GetKeysRead() {
+  KORLumTrace trace("KORLumSessionFileUtilities::GetKeysRead");
+  return std::vector<KORLumKeyRead>(std::begin(kKeysRead), std::end(kKeysRead));
+}
+
+int KORLumSessionFileUtilities::ExplainViewers(std::vector<KORLumMethodListEntry>& oEntries) {
+  KORLumTrace trace("KORLumSessionFileUtilities::ExplainViewers");
+  oEntries.clear();
+  if (KORLumPool::LoadPool(Key(kWhereKey).container) != 0) return 1;
+  KORListValKORLumViewerBag bags;
+  KORListValKORUnicodeString objects;
+  KORListValKORUnicodeString NLSObjects;
+  KORListValKORUnicodeString viewers;
+  KORListValKORUnicodeString NLSViewers;
+  ReadMethodList(trace, {bags, objects, NLSObjects, viewers, NLSViewers}, &oEntries);
+  for (KORLumMethodListEntry& entry : oEntries) {
+    if (entry.viewerPosition > 0) {
+      entry.shownLabel = NameIn(entry.command.value, viewers, NLSViewers);
+    }
+  }
+  trace.Line("Number of viewer(s) = [", viewers.Size(), "]");
+  return 0;
+}
+
+KORLumPathExplanation KORLumSessionFileUtilities::ExplainBRIXFilesPath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::ExplainBRIXFilesPath");
+  KORLumPathExplanation explanation;
+  ComputeFilesPath(trace, kBRIXFilesPath, &explanation);
+  trace.Value("BRIXFilesPath", explanation.path);
+  return explanation;
+}
+
+KORLumPathExplanation KORLumSessionFileUtilities::ExplainGraphFilesPath() {
+  KORLumTrace trace("KORLumSessionFileUtilities::ExplainGraphFilesPath");
+  KORLumPathExplanation explanation;
+  ComputeFilesPath(trace, kGraphFilesPath, &explanation);
+  trace.Value("graphFilesPath", explanation.path);
+  return explanation;
 }
