@@ -19,6 +19,8 @@
 #ifndef KORLumPool_h
 #define KORLumPool_h
 
+#include <vector>
+
 #include "KORListValKORUnicodeString.h"
 #include "KORPlatformExport.h"
 #include "KORResourceFile.h"
@@ -55,6 +57,9 @@ class KORPLATFORM_API KORLumPool {
   // The parsed file loaded for iResource (an absent one when it is not
   // loaded): its keys, lines, problems and encoding.
   static KORResourceFile GetResource(const KORUnicodeString& iResource);
+  // The files of iResource that the last search found but could not read,
+  // each with its problem, in search order.
+  static std::vector<KORResourceFile> GetSkippedFiles(const KORUnicodeString& iResource);
   // Where GetStringDec finds iKey: sets oFile to the file and oLine to the
   // line of the declaration it gives, and returns 0; returns non-zero, with
   // oFile empty and oLine 0, when no loaded resource declares it.

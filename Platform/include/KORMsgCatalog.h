@@ -51,9 +51,11 @@
 #define KORMsgCatalog_h
 
 #include <utility>
+#include <vector>
 
 #include "KORListValKORUnicodeString.h"
 #include "KORPlatformExport.h"
+#include "KORResourceFile.h"
 #include "KORString.h"
 #include "KORUnicodeString.h"
 
@@ -164,6 +166,13 @@ class KORPLATFORM_API KORMsgCatalog {
   // unreadable file skipped, then "file:line: reason" for each malformed line
   // or duplicate key of the files used.
   [[nodiscard]] KORListValKORUnicodeString GetProblems() const;
+  // For each level of the language iLanguage (as GetLanguageLevels(iLanguage)
+  // gives them), the parsed file used at that level: absent when no
+  // directory has a readable one.
+  [[nodiscard]] std::vector<KORResourceFile> GetLevelFiles(const KORString& iLanguage) const;
+  // The files found for those levels that could not be read, each with its
+  // problem, in search order.
+  [[nodiscard]] std::vector<KORResourceFile> GetSkippedFiles(const KORString& iLanguage) const;
 
  private:
   KORString _catalogName;

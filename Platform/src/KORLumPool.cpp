@@ -14,7 +14,7 @@ struct Search {
   std::string name;
   std::string path;  // the file loaded; empty when the resource is not loaded
   KORResourceFile resource;
-  std::vector<std::string> skipped;  // unreadable files passed over
+  std::vector<KORResourceFile> skipped;  // unreadable files passed over
 };
 
 struct Pool {
@@ -119,6 +119,14 @@ KORResourceFile KORLumPool::GetResource(const KORUnicodeString& iResource) {
   return search->resource;
 }
 
+std::vector<KORResourceFile> KORLumPool::GetSkippedFiles(const KORUnicodeString& iResource) {
+  Pool& pool = ThePool();
+  std::lock_guard<std::mutex> lock(pool.mutex);
+  const Search* search = FindSearch(pool, iResource.View());
+  if (search == nullptr) return {};
+  return search->skipped;
+}
+
 int KORLumPool::GetDeclaration(const KORUnicodeString& iKey, KORUnicodeString& oFile, int& oLine) {
   Pool& pool = ThePool();
   std::lock_guard<std::mutex> lock(pool.mutex);
@@ -138,9 +146,7 @@ KORListValKORUnicodeString KORLumPool::GetProblems() {
   std::lock_guard<std::mutex> lock(pool.mutex);
   KORListValKORUnicodeString problems;
   for (const Search& search : pool.searches) {
-    for (const std::string& skipped : search.skipped) {
-      problems.Append(KORUnicodeString(skipped.data(), skipped.size()));
-    }
+    kor_detail::AppendProblems(search.skipped, problems);
     const KORListValKORUnicodeString found = search.resource.GetProblems();
     for (int i = 1; i <= found.Size(); ++i) problems.Append(found[i]);
   }

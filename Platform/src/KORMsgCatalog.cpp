@@ -29,7 +29,7 @@ struct Catalog {
   std::vector<std::string> languages;    // the language of each level, "" for the default
   std::vector<std::string> directories;  // where the files were searched
   std::vector<Level> levels;             // one per language level
-  std::vector<std::string> skipped;      // unreadable files passed over
+  std::vector<KORResourceFile> skipped;  // unreadable files passed over
 };
 
 // The process-wide cache of the catalogue service.
@@ -206,9 +206,11 @@ std::string Diagnose(std::string_view iCatalogName, std::string_view iKey,
   }
   if (!iCatalog.skipped.empty()) {
     text += "; unreadable files skipped: ";
-    for (std::size_t i = 0; i < iCatalog.skipped.size(); ++i) {
-      if (i > 0) text += ", ";
-      text += iCatalog.skipped[i];
+    KORListValKORUnicodeString skipped;
+    kor_detail::AppendProblems(iCatalog.skipped, skipped);
+    for (int i = 1; i <= skipped.Size(); ++i) {
+      if (i > 1) text += ", ";
+      text += skipped[i].View();
     }
   }
   return text;
@@ -385,11 +387,29 @@ KORListValKORUnicodeString KORMsgCatalog::GetFilesUsed() const {
   return kor_detail::ToList(paths);
 }
 
+std::vector<KORResourceFile> KORMsgCatalog::GetLevelFiles(const KORString& iLanguage) const {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  const std::string_view language = iLanguage.View();
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), &language);
+  std::vector<KORResourceFile> files;
+  for (const Level& level : catalog.levels) files.push_back(level.resource);
+  return files;
+}
+
+std::vector<KORResourceFile> KORMsgCatalog::GetSkippedFiles(const KORString& iLanguage) const {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  const std::string_view language = iLanguage.View();
+  return FindCatalog(cache, _catalogName.View(), _directories.View(), &language).skipped;
+}
+
 KORListValKORUnicodeString KORMsgCatalog::GetProblems() const {
   Cache& cache = TheCache();
   std::lock_guard<std::mutex> lock(cache.mutex);
   const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
-  KORListValKORUnicodeString problems = kor_detail::ToList(catalog.skipped);
+  KORListValKORUnicodeString problems;
+  kor_detail::AppendProblems(catalog.skipped, problems);
   for (const Level& level : catalog.levels) {
     const KORListValKORUnicodeString found = level.resource.GetProblems();
     for (int i = 1; i <= found.Size(); ++i) problems.Append(found[i]);

@@ -94,13 +94,9 @@ FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
         found.path = path;
         found.resource = std::move(resource);
         return found;
-      case KORResourceFile::Unreadable: {
-        const KORListValKORUnicodeString problems = resource.GetProblems();
-        for (int i = 1; i <= problems.Size(); ++i) {
-          found.skipped.emplace_back(problems[i].View());
-        }
+      case KORResourceFile::Unreadable:
+        found.skipped.push_back(std::move(resource));
         break;
-      }
       case KORResourceFile::Absent:
         break;
     }
@@ -113,6 +109,14 @@ KORListValKORUnicodeString ToList(const std::vector<std::string>& iValues) {
   for (const std::string& value : iValues)
     list.Append(KORUnicodeString(value.data(), value.size()));
   return list;
+}
+
+void AppendProblems(const std::vector<KORResourceFile>& iFiles,
+                    KORListValKORUnicodeString& ioProblems) {
+  for (const KORResourceFile& file : iFiles) {
+    const KORListValKORUnicodeString problems = file.GetProblems();
+    for (int i = 1; i <= problems.Size(); ++i) ioProblems.Append(problems[i]);
+  }
 }
 
 }  // namespace kor_detail

@@ -30,9 +30,9 @@ std::string JoinPath(std::string_view iDirectory, std::string_view iRelative);
 
 // The outcome of a search for one file through the directories.
 struct FoundFile {
-  std::string path;                  // the file used; empty when none could be read
-  KORResourceFile resource;          // its content (Absent when none)
-  std::vector<std::string> skipped;  // "file: reason" of files there but unreadable
+  std::string path;                      // the file used; empty when none could be read
+  KORResourceFile resource;              // its content (Absent when none)
+  std::vector<KORResourceFile> skipped;  // files there but unreadable, each with its problem
 };
 
 // The first readable iRelative in iDirectories. A file that exists but cannot
@@ -42,6 +42,10 @@ FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
 
 // Copies strings into a platform list.
 KORListValKORUnicodeString ToList(const std::vector<std::string>& iValues);
+
+// Appends the problems of each file ("file: reason") to ioProblems.
+void AppendProblems(const std::vector<KORResourceFile>& iFiles,
+                    KORListValKORUnicodeString& ioProblems);
 
 }  // namespace kor_detail
 
