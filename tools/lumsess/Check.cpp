@@ -1010,6 +1010,15 @@ std::vector<CatalogueReport> CheckCatalogues(const std::vector<std::string>& iLa
                          "the catalogue " + report.name + " has no default-language file " +
                              report.name + ".msgcat: untranslated texts are the library's own");
     }
+    // Keys without a default text: who has no translation sees the library's own.
+    for (const std::string& key : keys) {
+      if (report.FileAt("default").empty()) break;  // reported above
+      if (catalogue.Resolve(key.c_str(), "").outcome == KORMsgResolution::Found) continue;
+      ioFindings.Warning(report.FileAt("default"), 0, "no-default-text",
+                         "the key " + key + " of " + report.name +
+                             " has no default text: untranslated, the library shows its own",
+                         "add " + key + " = ... to this file");
+    }
     for (const std::string& language : iLanguages) {
       LanguageStatistics statistics;
       statistics.language = language;
