@@ -1,5 +1,7 @@
 #include "TemporaryDirectory.h"
 
+#include "KORMsgCatalog.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -70,8 +72,9 @@ bool MakeUnreadable(const std::string& iPath) {
 }
 
 void UnsetPlatformVariables() {
-  for (const char* name : {"KOR_MSGCATALOG_PATH", "KOR_DCLS_PATH", "KOR_ADMIN_SETTINGS",
-                           "KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+  for (const char* name : {"KOR_MSGCATALOG_PATH", "KOR_DCLS_PATH", "KOR_ADMIN_SETTINGS"}) {
     ::unsetenv(name);
   }
+  const KORListValKORUnicodeString languages = KORMsgCatalog::GetLanguageVariables();
+  for (int i = 1; i <= languages.Size(); ++i) ::unsetenv(languages[i].ConvertToChar());
 }

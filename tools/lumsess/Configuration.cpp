@@ -57,13 +57,7 @@ void UseDirectory(const std::string& iDirectory) {
 }
 
 // The variable that gives the language, as the catalogues choose it.
-std::string LanguageVariable() {
-  for (const char* name : {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-    const char* value = KORGetEnv(name);
-    if (value != nullptr && *value != '\0') return name;
-  }
-  return std::string();
-}
+std::string LanguageVariable() { return Text(KORMsgCatalog::GetLanguageVariable()); }
 
 }  // namespace
 
@@ -108,6 +102,16 @@ void ApplyConfiguration(const GlobalOptions& iGlobal) {
 }
 
 const ConfigurationSource& CurrentConfiguration() { return gSource; }
+
+const KORListValKORUnicodeString& ToolCatalogueDirectories() {
+  static const KORListValKORUnicodeString directories = [] {
+    KORListValKORUnicodeString list;
+    const std::string bundled = BundledDirectory();
+    if (!bundled.empty()) list.Append((fs::path(bundled) / "msgcatalog").string().c_str());
+    return list;
+  }();
+  return directories;
+}
 
 Json DescribeConfiguration() {
   Json description;

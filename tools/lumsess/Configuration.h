@@ -37,6 +37,11 @@ void ApplyConfiguration(const GlobalOptions& iGlobal);
 // The configuration chosen by ApplyConfiguration.
 const ConfigurationSource& CurrentConfiguration();
 
+// Where the tool's own catalogue ("lumsess", its headings and labels) is:
+// the msgcatalog directory of the bundled configuration, whatever
+// configuration the tool reads, so that --config keeps them translated.
+const KORListValKORUnicodeString& ToolCatalogueDirectories();
+
 // How the configuration in use reads: where it comes from, the declaration and
 // catalogue search paths, the language chain and the settings file.
 Json DescribeConfiguration();

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "Configuration.h"
 #include "KORError.h"
 #include "KORMsgCatalog.h"
 #include "Lumsess.h"
@@ -49,7 +50,7 @@ std::string Say(const char* iKey, const char* iEnglish,
                 const std::vector<std::string>& iParameters) {
   KORListValKORUnicodeString parameters;
   for (const std::string& parameter : iParameters) parameters.Append(parameter.c_str());
-  const KORMsgCatalog catalog("lumsess");
+  const KORMsgCatalog catalog("lumsess", ToolCatalogueDirectories());
   KORUnicodeString text;
   KORXHContext context;
   if (context.Protect([&] { catalog.GetMsg(iKey).BuildMessage(&text, parameters); }) != 0) {
