@@ -192,6 +192,15 @@ KORUnicodeString ComputeFilesPath(KORLumTrace& ioTrace, const FilesPathRule& iRu
   return path;
 }
 
+// How a files path is computed now, traced under iLabel.
+KORLumPathExplanation ExplainFilesPath(KORLumTrace& ioTrace, const FilesPathRule& iRule,
+                                       const char* iLabel) {
+  KORLumPathExplanation explanation;
+  ComputeFilesPath(ioTrace, iRule, &explanation);
+  ioTrace.Value(iLabel, explanation.path);
+  return explanation;
+}
+
 // Computes a files path once; the result is kept, also when it is empty.
 KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeString>& ioPath,
                             bool& ioComputed, const FilesPathRule& iRule) {
@@ -759,16 +768,10 @@ int KORLumSessionFileUtilities::ExplainViewers(std::vector<KORLumMethodListEntry
 
 KORLumPathExplanation KORLumSessionFileUtilities::ExplainBRIXFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::ExplainBRIXFilesPath");
-  KORLumPathExplanation explanation;
-  ComputeFilesPath(trace, kBRIXFilesPath, &explanation);
-  trace.Value("BRIXFilesPath", explanation.path);
-  return explanation;
+  return ExplainFilesPath(trace, kBRIXFilesPath, "BRIXFilesPath");
 }
 
 KORLumPathExplanation KORLumSessionFileUtilities::ExplainGraphFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::ExplainGraphFilesPath");
-  KORLumPathExplanation explanation;
-  ComputeFilesPath(trace, kGraphFilesPath, &explanation);
-  trace.Value("graphFilesPath", explanation.path);
-  return explanation;
+  return ExplainFilesPath(trace, kGraphFilesPath, "graphFilesPath");
 }
