@@ -123,6 +123,17 @@ class KORPLATFORM_API KORMsgCatalog {
   // or no level declares the key (see the throw contract above).
   [[nodiscard]] KORMsg GetMsg(const KORString& iKey) const;
 
+  // Sets *oText to the message declared under iKey at the first language
+  // level that declares it and returns 0; returns non-zero, leaving *oText
+  // as it was, where GetMsg would raise. Never raises: a program for which a
+  // missing text is no error (the texts of a site without translations)
+  // pays nothing for it. A null oText is a programming error.
+  int Find(const KORString& iKey, KORUnicodeString* oText) const;
+  // The diagnostic that GetMsg raises for iKey when the lookup fails (built
+  // now, from the files read): for those who show why Find returned
+  // non-zero. Never raises.
+  [[nodiscard]] KORString DescribeFailure(const KORString& iKey) const;
+
   // How iKey resolves in the language in force: the same search as GetMsg,
   // reported instead of raised. Never raises.
   [[nodiscard]] KORMsgResolution Resolve(const KORString& iKey) const;

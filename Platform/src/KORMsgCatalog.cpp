@@ -305,16 +305,27 @@ KORMsgCatalog::KORMsgCatalog(const KORString& iCatalogName,
 KORMsgCatalog::~KORMsgCatalog() = default;
 
 KORMsg KORMsgCatalog::GetMsg(const KORString& iKey) const {
-  std::string diagnostic;
-  {
-    Cache& cache = TheCache();
-    std::lock_guard<std::mutex> lock(cache.mutex);
-    const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
-    const KORUnicodeString* text = nullptr;
-    if (FindLevel(catalog, iKey.View(), text) != std::string::npos) return KORMsg(*text);
-    diagnostic = Diagnose(_catalogName.View(), iKey.View(), catalog);
-  }
-  KORRaise(new KORNLSCatalogError(KORString(diagnostic)));
+  KORUnicodeString text;
+  if (Find(iKey, &text) == 0) return KORMsg(std::move(text));
+  KORRaise(new KORNLSCatalogError(DescribeFailure(iKey)));
+}
+
+int KORMsgCatalog::Find(const KORString& iKey, KORUnicodeString* oText) const {
+  KOR_PLATFORM_CHECK(oText != nullptr);
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
+  const KORUnicodeString* text = nullptr;
+  if (FindLevel(catalog, iKey.View(), text) == std::string::npos) return 1;
+  *oText = *text;
+  return 0;
+}
+
+KORString KORMsgCatalog::DescribeFailure(const KORString& iKey) const {
+  Cache& cache = TheCache();
+  std::lock_guard<std::mutex> lock(cache.mutex);
+  const Catalog& catalog = FindCatalog(cache, _catalogName.View(), _directories.View(), nullptr);
+  return KORString(Diagnose(_catalogName.View(), iKey.View(), catalog));
 }
 
 KORMsgResolution KORMsgCatalog::Resolve(const KORString& iKey) const {

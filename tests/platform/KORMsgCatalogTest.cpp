@@ -501,3 +501,34 @@ TEST(KORMsgCatalog, CatalogueOfItsOwnDirectoriesIgnoresTheSearchPath) {
   EXPECT_EQ(catalog.Resolve("Where", "fr").text, KORUnicodeString("own fr"));
   EXPECT_EQ(Lookup("Texts", "Where"), "default");  // the search path's catalogue is apart
 }
+
+// --- Lookups that do not raise ---------------------------------------------------------
+
+TEST(KORMsgCatalog, FindGivesTheTextGetMsgGives) {
+  LanguageFixture fixture;
+  setenv("LANG", "fr_CA", 1);
+  KORUnicodeString text;
+  EXPECT_EQ(KORMsgCatalog("Texts").Find("OnlyFr", &text), 0);
+  EXPECT_EQ(std::string(text.View()), Lookup("Texts", "OnlyFr"));
+}
+
+TEST(KORMsgCatalog, FindOfAMissingKeyIsNonZeroAndLeavesTheTextAlone) {
+  LanguageFixture fixture;
+  KORUnicodeString text("kept");
+  EXPECT_NE(KORMsgCatalog("Texts").Find("Nowhere", &text), 0);
+  EXPECT_NE(KORMsgCatalog("Absent").Find("Where", &text), 0);
+  EXPECT_EQ(text, KORUnicodeString("kept"));
+}
+
+TEST(KORMsgCatalog, DescribeFailureIsTheDiagnosticGetMsgRaisesWith) {
+  LanguageFixture fixture;
+  for (const char* catalogue : {"Texts", "Absent"}) {
+    const std::string described(KORMsgCatalog(catalogue).DescribeFailure("Nowhere").View());
+    EXPECT_EQ("<raised: " + described + ">", Lookup(catalogue, "Nowhere")) << catalogue;
+  }
+}
+
+TEST(KORMsgCatalogDeathTest, FindIntoNullStops) {
+  LanguageFixture fixture;
+  EXPECT_DEATH((void)KORMsgCatalog("Texts").Find("Where", nullptr), "oText != nullptr");
+}

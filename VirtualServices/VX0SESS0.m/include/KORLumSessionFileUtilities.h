@@ -17,9 +17,7 @@
 //   translation
 //
 // No operation reports an error: a resource, catalogue or setting that cannot
-// be found gives the documented fallback. Only a raised platform error other
-// than a catalogue error passes through GetNLSMessage (and the operations
-// that call it) to the caller.
+// be found gives the documented fallback, and nothing is raised.
 #ifndef KORLumSessionFileUtilities_h
 #define KORLumSessionFileUtilities_h
 
@@ -177,8 +175,10 @@ class VX0SESS0_API KORLumSessionFileUtilities {
   // --- Translated texts --------------------------------------------------------
 
   // The message iNLSMessageKey of the catalogue iNLSDictionnary, or
-  // iDefaultNLSMessage when the catalogue raises its lookup error (a message
-  // that builds as empty is returned as it is).
+  // iDefaultNLSMessage when the catalogue has no file or no level declares
+  // the key (a message declared empty is returned as it is). With tracing
+  // on, a missing text writes an "Error : " line with the catalogue's
+  // diagnostic.
   static KORUnicodeString GetNLSMessage(const KORString& iNLSDictionnary,
                                         const KORString& iNLSMessageKey,
                                         const KORUnicodeString& iDefaultNLSMessage);

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "KORDMTools.h"
-#include "KORError.h"
 #include "KORGetEnv.h"
 #include "KORILumServices.h"
 #include "KORLumLazyInstance.h"
@@ -606,19 +605,16 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
   trace.Value("iNLSMessageKey", iNLSMessageKey);
   trace.Value("iDefaultNLSMessage", iDefaultNLSMessage);
   KORUnicodeString result;
-  KORXHContext context;
-  const int raised = context.Protect([&] {
-    // The catalogue object lives for this lookup only, on the heap as the
-    // catalogue service expects, and is released on every path.
-    const std::unique_ptr<KORMsgCatalog> catalog(new KORMsgCatalog(iNLSDictionnary));
-    catalog->GetMsg(iNLSMessageKey).BuildMessage(&result);
-  });
-  if (raised) {
-    if (!context.IsKindOf(KORNLSCatalogError::ClassName())) context.Raise();
-    // A missing catalogue or key is not an error for callers: the default
-    // stands in for the message.
-    trace.Line("Error : ", context.GetDiagnostic());
-    context.Release();
+  // The catalogue object lives for this lookup only, on the heap as the
+  // catalogue service expects, and is released on every path.
+  const auto catalog = std::make_unique<KORMsgCatalog>(iNLSDictionnary);
+  // A missing catalogue or key is not an error for callers: the default
+  // stands in for the message. The platform's lookup reports it without
+  // raising (a site without translations misses every text), and the
+  // catalogue's diagnostic, the one GetMsg would raise with, is built only
+  // for the trace line that shows it.
+  if (catalog->Find(iNLSMessageKey, &result) != 0) {
+    if (trace.IsActive()) trace.Line("Error : ", catalog->DescribeFailure(iNLSMessageKey));
     result = iDefaultNLSMessage;
   }
   trace.Value("NLSMessage", result);
