@@ -5,6 +5,7 @@
 #include <functional>
 #include <iostream>  // prepares the stream library for trace output
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "KORDMTools.h"
@@ -23,9 +24,9 @@ namespace {
 // --- Module state -------------------------------------------------------------
 //
 // Built at load in this order, destroyed at unload in the reverse order. The
-// two path strings are built on first use and declared last, so that they are
-// destroyed first (graph files path, then BRIX files path), and only if they
-// were built.
+// two path strings are built on first use, once computed, and declared last,
+// so that they are destroyed first (graph files path, then BRIX files path),
+// and only if they were built.
 
 // The viewer catalogue: one bag per object, the objects and their translated
 // names (index for index), the viewers and their translated labels (index
@@ -44,9 +45,9 @@ KORUnicodeString gNLSNoViewer;
 bool gViewersLoaded = false;
 int gStartUpSession = -1;  // -1: not yet asked
 
-bool gBRIXFilesPathComputed = false;
+// Each path string holds the computed path (also when it is empty); not
+// built means not yet computed.
 KORLumLazyInstance<KORUnicodeString> gBRIXFilesPath;
-bool gGraphFilesPathComputed = false;
 KORLumLazyInstance<KORUnicodeString> gGraphFilesPath;
 
 // --- Files paths ----------------------------------------------------------------
@@ -66,11 +67,10 @@ void NormalisePath(KORUnicodeString& ioPath) {
 // iResource, or, when the resource cannot be loaded, the fallback (after a
 // message line). The result is kept, also when it is empty.
 KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeString>& ioPath,
-                            bool& ioComputed, const char* iResource, const char* iKey,
-                            const char* iFallbackMessage, KORUnicodeString (*iFallback)()) {
-  if (!ioPath.IsCreated()) ioPath.Create();
-  KORUnicodeString& path = ioPath.Get();
-  if (!ioComputed) {
+                            const char* iResource, const char* iKey, const char* iFallbackMessage,
+                            KORUnicodeString (*iFallback)()) {
+  if (!ioPath.IsCreated()) {
+    KORUnicodeString path;
     if (KORLumPool::LoadPool(iResource) == 0) {
       int status = 0;
       path = KORLumPool::GetStringDec(iKey, status);
@@ -79,9 +79,9 @@ KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeS
       path = iFallback();
     }
     NormalisePath(path);
-    ioComputed = true;
+    ioPath.Create(std::move(path));
   }
-  return path;
+  return ioPath.Get();
 }
 
 KORUnicodeString PresentWorkingDirectory() { return KORUnicodeString(KORGetEnv("PWD")); }
@@ -335,7 +335,7 @@ int KORLumSessionFileUtilities::IsStartUpSession() {
 KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetBRIXFilesPath");
   const KORUnicodeString& path =
-      FilesPath(trace, gBRIXFilesPath, gBRIXFilesPathComputed, "MERLO", "MERLO.BRIXFILES",
+      FilesPath(trace, gBRIXFilesPath, "MERLO", "MERLO.BRIXFILES",
                 "Problem while retrieving DCLS - defaulting to $PWD", PresentWorkingDirectory);
   trace.Value("BRIXFilesPath", path);
   return path;
@@ -343,9 +343,9 @@ KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
 
 KORUnicodeString KORLumSessionFileUtilities::GetGraphFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetGraphFilesPath");
-  const KORUnicodeString& path = FilesPath(
-      trace, gGraphFilesPath, gGraphFilesPathComputed, "KORBRIX", "KORBRIX.HUB.GRAPHSESSION",
-      "Problem while retrieving DCLS - defaulting to BRIX files path", GetBRIXFilesPath);
+  const KORUnicodeString& path =
+      FilesPath(trace, gGraphFilesPath, "KORBRIX", "KORBRIX.HUB.GRAPHSESSION",
+                "Problem while retrieving DCLS - defaulting to BRIX files path", GetBRIXFilesPath);
   trace.Value("graphFilesPath", path);
   return path;
 }
