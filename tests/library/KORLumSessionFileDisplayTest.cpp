@@ -11,19 +11,12 @@
 #include "KORLumViewerDef.h"
 #include "MethodListFile.h"
 #include "SessionFileConfiguration.h"
+#include "SessionFileValues.h"
 #include "TraceCapture.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr _KORLumSessionFileType kNone = KORLumSessionFileType_None;
-constexpr _KORLumSessionFileType kGraph = KORLumSessionFileType_Graph;
-constexpr _KORLumSessionFileType kQuery = KORLumSessionFileType_Query;
-constexpr _KORLumGraphSessionLoadMode kDynamic = KORLumGraphSessionLoadMode_Dynamic;
-constexpr _KORLumGraphSessionLoadMode kStatic = KORLumGraphSessionLoadMode_Static;
-constexpr _KORLumGraphSessionInstanceMode kAll = KORLumGraphSessionInstanceMode_All;
-constexpr _KORLumGraphSessionInstanceMode kSelected = KORLumGraphSessionInstanceMode_Selected;
 
 std::string Text(const KORUnicodeString& iText) { return iText.ConvertToChar(); }
 

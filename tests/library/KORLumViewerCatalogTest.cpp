@@ -51,12 +51,6 @@ Lines NestedLookupLines(const std::string& iCatalogue, const std::string& iKey,
           prefix + "iDefaultNLSMessage = ", prefix + "NLSMessage = " + iResult};
 }
 
-Lines Concatenated(std::initializer_list<Lines> iParts) {
-  Lines all;
-  for (const Lines& part : iParts) all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
 const std::string kGetViewers = "   KORLumSessionFileUtilities::GetViewers ";
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "KORError.h"
 #include "ListText.h"
+#include "StringList.h"
 #include "TemporaryDirectory.h"
 
 namespace {
@@ -36,12 +37,6 @@ std::string Build(const char* iText, const KORListValKORUnicodeString& iParamete
   KORUnicodeString built("<untouched>");
   EXPECT_EQ(KORMsg(iText).BuildMessage(&built, iParameters), 0);
   return std::string(built.View());
-}
-
-KORListValKORUnicodeString ListOf(std::initializer_list<const char*> iValues) {
-  KORListValKORUnicodeString list;
-  for (const char* value : iValues) list.Append(value);
-  return list;
 }
 
 // A catalogue directory with the default, fr and fr_CA files of "Texts".
@@ -85,21 +80,22 @@ TEST(KORMsg, DefaultMessageIsEmpty) {
 }
 
 TEST(KORMsg, BuildMessageReplacesNumberedPlaceholdersByTheParameters) {
-  EXPECT_EQ(Build("Open {1} with {2}, then {1} again", ListOf({"model.hub", "Viewer3D"})),
+  EXPECT_EQ(Build("Open {1} with {2}, then {1} again", StringList({"model.hub", "Viewer3D"})),
             "Open model.hub with Viewer3D, then model.hub again");
 }
 
 TEST(KORMsg, BuildMessageReplacesPlaceholdersOfSeveralDigits) {
-  EXPECT_EQ(Build("{10}-{1}", ListOf({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})), "j-a");
+  EXPECT_EQ(Build("{10}-{1}", StringList({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})),
+            "j-a");
 }
 
 TEST(KORMsg, PlaceholdersWithoutParameterStayAsTheyAre) {
-  EXPECT_EQ(Build("{0} {3} {01} {x} {} { {1 {99999999999999999999} {1}", ListOf({"a", "b"})),
+  EXPECT_EQ(Build("{0} {3} {01} {x} {} { {1 {99999999999999999999} {1}", StringList({"a", "b"})),
             "{0} {3} {01} {x} {} { {1 {99999999999999999999} a");
 }
 
 TEST(KORMsg, ParameterTextIsNotScannedAgain) {
-  EXPECT_EQ(Build("{1}{2}", ListOf({"{2}", "b"})), "{2}b");
+  EXPECT_EQ(Build("{1}{2}", StringList({"{2}", "b"})), "{2}b");
 }
 
 TEST(KORMsgDeathTest, BuildMessageIntoNullStops) {
@@ -125,7 +121,8 @@ TEST(KORMsgCatalog, CodesetAndModifierAreRemovedFromTheLanguage) {
   LanguageFixture fixture;
   setenv("LANG", "fr_CA.UTF-8@euro", 1);
   EXPECT_EQ(Lookup("Texts", "Where"), "fr_CA");
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr_CA", "fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"fr_CA", "fr", ""})));
 }
 
 TEST(KORMsgCatalog, LanguageFallsBackFromRegionToBaseLanguage) {
@@ -149,45 +146,47 @@ TEST(KORMsgCatalog, MissingRegionFileFallsBackToBaseLanguage) {
 TEST(KORMsgCatalog, LanguageWithoutRegionHasItsOwnLevelAndTheDefault) {
   LanguageFixture fixture;
   setenv("LANG", "fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({"fr", ""})));
   EXPECT_EQ(Lookup("Texts", "Where"), "fr");
 }
 
 TEST(KORMsgCatalog, CAndPosixUseTheDefaultFileOnly) {
   LanguageFixture fixture;
   setenv("LANG", "C.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
   EXPECT_EQ(Lookup("Texts", "Where"), "default");
   KORMsgCatalog::FlushCache();
   setenv("LANG", "POSIX", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
 }
 
 TEST(KORMsgCatalog, LanguageThatCannotNameADirectoryUsesTheDefaultFileOnly) {
   LanguageFixture fixture;
   setenv("LANG", "../fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
 }
 
 TEST(KORMsgCatalog, KorLanguageComesBeforeLcAll) {
   LanguageFixture fixture;
   setenv("KOR_LANGUAGE", "fr", 1);
   setenv("LC_ALL", "de_DE.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({"fr", ""})));
 }
 
 TEST(KORMsgCatalog, LcAllComesBeforeLcMessages) {
   LanguageFixture fixture;
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   setenv("LC_MESSAGES", "fr_FR.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"de_DE", "de", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"de_DE", "de", ""})));
 }
 
 TEST(KORMsgCatalog, LcMessagesComesBeforeLang) {
   LanguageFixture fixture;
   setenv("LC_MESSAGES", "it_IT", 1);
   setenv("LANG", "fr_FR.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"it_IT", "it", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"it_IT", "it", ""})));
 }
 
 TEST(KORMsgCatalog, EmptyLanguageVariablesArePassedOver) {
@@ -213,8 +212,8 @@ TEST(KORMsgCatalog, FirstDirectoryThatHasTheFileWinsAtEachLevel) {
   // The default file of the second directory is never read.
   EXPECT_EQ(Lookup("Texts", "OnlySecondDefault").rfind("<raised: ", 0), 0u);
   EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetFilesUsed()),
-            ListText(ListOf({(second.Path() + "/fr/Texts.msgcat").c_str(),
-                             (first.Path() + "/Texts.msgcat").c_str()})));
+            ListText(StringList({(second.Path() + "/fr/Texts.msgcat").c_str(),
+                                 (first.Path() + "/Texts.msgcat").c_str()})));
 }
 
 TEST(KORMsgCatalog, EmptyEntriesOfTheSearchPathAreSkipped) {
@@ -222,7 +221,8 @@ TEST(KORMsgCatalog, EmptyEntriesOfTheSearchPathAreSkipped) {
   TemporaryDirectory directory;
   directory.Write("Texts.msgcat", "Where = found\n");
   setenv("KOR_MSGCATALOG_PATH", ("::" + directory.Path() + ":").c_str(), 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()), ListText(ListOf({directory.Path().c_str()})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()),
+            ListText(StringList({directory.Path().c_str()})));
   EXPECT_EQ(Lookup("Texts", "Where"), "found");
 }
 
@@ -358,16 +358,16 @@ TEST(KORMsgCatalog, GetSearchPathGivesTheDirectoriesInOrder) {
   UnsetPlatformVariables();
   setenv("KOR_MSGCATALOG_PATH", "/first/dir:relative/dir:/last", 1);
   EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()),
-            ListText(ListOf({"/first/dir", "relative/dir", "/last"})));
+            ListText(StringList({"/first/dir", "relative/dir", "/last"})));
 }
 
 TEST(KORMsgCatalog, GetFilesUsedGivesAnEmptyPathForLevelsWithoutFile) {
   LanguageFixture fixture;
   setenv("LANG", "fr_BE", 1);
   const std::string& dir = fixture.directory.Path();
-  EXPECT_EQ(
-      ListText(KORMsgCatalog("Texts").GetFilesUsed()),
-      ListText(ListOf({"", (dir + "/fr/Texts.msgcat").c_str(), (dir + "/Texts.msgcat").c_str()})));
+  EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetFilesUsed()),
+            ListText(StringList(
+                {"", (dir + "/fr/Texts.msgcat").c_str(), (dir + "/Texts.msgcat").c_str()})));
 }
 
 TEST(KORMsgCatalog, GetProblemsListsSkippedFilesThenMalformedLinesAndDuplicates) {
@@ -379,10 +379,11 @@ TEST(KORMsgCatalog, GetProblemsListsSkippedFilesThenMalformedLinesAndDuplicates)
   const std::string byDefault = second.Write("Texts.msgcat", "broken line\n");
   setenv("KOR_MSGCATALOG_PATH", (first.Path() + ":" + second.Path()).c_str(), 1);
   setenv("LANG", "fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetProblems()),
-            ListText(ListOf({(notAFile + ": is a directory, not a file").c_str(),
-                             (fr + ":2: key \"A\" declared again (previously at line 1): the last "
-                                   "declaration wins")
-                                 .c_str(),
-                             (byDefault + ":1: no '=' between a key and a value").c_str()})));
+  EXPECT_EQ(
+      ListText(KORMsgCatalog("Texts").GetProblems()),
+      ListText(StringList({(notAFile + ": is a directory, not a file").c_str(),
+                           (fr + ":2: key \"A\" declared again (previously at line 1): the last "
+                                 "declaration wins")
+                               .c_str(),
+                           (byDefault + ":1: no '=' between a key and a value").c_str()})));
 }
