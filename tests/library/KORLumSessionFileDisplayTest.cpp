@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORLumSessionFile.h"
 #include "KORLumSessionFileUtilities.h"
 #include "KORLumViewerDef.h"
@@ -13,6 +14,9 @@
 #include "SessionFileConfiguration.h"
 #include "SessionFileValues.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

@@ -5,8 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "SessionFileValues.h"
 #include "TraceCapture.h"
+
+// The first GetNoSessionFile call is checked here, which only the first test
+// case of a process can see: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 
