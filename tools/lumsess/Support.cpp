@@ -23,12 +23,9 @@ std::vector<std::string> Texts(const KORListValKORUnicodeString& iList) {
 }
 
 std::size_t Width(const std::string& iText) {
-  std::size_t width = 0;
-  for (const char c : iText) {
-    // Count every byte that does not continue a UTF-8 sequence.
-    if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) ++width;
-  }
-  return width;
+  // Counted as the platform counts a string's characters (an ill-formed
+  // sequence is one replacement character, as it is shown).
+  return static_cast<std::size_t>(KORUnicodeString(iText.data(), iText.size()).GetLengthInChar());
 }
 
 std::string Pad(const std::string& iText, std::size_t iWidth) {
