@@ -50,7 +50,16 @@ std::string Say(const char* iKey, const char* iEnglish,
   KORUnicodeString text;
   KORXHContext context;
   if (context.Protect([&] { catalog.GetMsg(iKey).BuildMessage(&text, parameters); }) != 0) {
-    context.Release();  // no catalogue, or no such key: the English text
+    // No catalogue, or no such key: the English text. Any other error is
+    // not the catalogue's to excuse, and ends the command.
+    if (context.IsKindOf(KORNLSCatalogError::ClassName()) == 0) {
+      std::string diagnostic(context.GetDiagnostic().View());
+      if (diagnostic.empty() || diagnostic.back() != '.') diagnostic += '.';
+      ReportError(kProblems,
+                  "the text " + Quote(iKey) +
+                      " of the message catalogue \"lumsess\" could not be built: " + diagnostic);
+    }
+    context.Release();
     text.Reset();
   }
   if (text.GetLengthInChar() == 0) KORMsg(iEnglish).BuildMessage(&text, parameters);
