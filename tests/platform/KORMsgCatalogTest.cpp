@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "FreshProcess.h"
@@ -20,14 +21,14 @@ namespace {
 // The text of iKey in the catalogue iCatalog, or "<raised: diagnostic>"
 // when the lookup raises KORNLSCatalogError.
 std::string Lookup(const char* iCatalog, const char* iKey) {
-  KORMsgCatalog* catalog = new KORMsgCatalog(iCatalog);
+  auto catalog = std::make_unique<KORMsgCatalog>(iCatalog);
   KORUnicodeString text;
   KORXHContext context;
   const int raised = context.Protect([&] {
     KORMsg msg = catalog->GetMsg(iKey);
     msg.BuildMessage(&text);
   });
-  delete catalog;
+  catalog.reset();
   if (raised) {
     EXPECT_TRUE(context.IsKindOf(KORNLSCatalogError::ClassName()));
     std::string diagnostic = std::string("<raised: ") + context.GetDiagnostic().c_str() + ">";

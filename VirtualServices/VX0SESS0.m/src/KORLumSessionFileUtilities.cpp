@@ -415,7 +415,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
   const int raised = context.Protect([&] {
     // The catalogue object lives for this lookup only, on the heap as the
     // catalogue service expects, and is released on every path.
-    const std::unique_ptr<KORMsgCatalog> catalog(new KORMsgCatalog(iNLSDictionnary));
+    const auto catalog = std::make_unique<KORMsgCatalog>(iNLSDictionnary);
     catalog->GetMsg(iNLSMessageKey).BuildMessage(&result);
   });
   if (raised) {
