@@ -1,8 +1,8 @@
 // Shared helpers of the fuzz targets: an invariant check that stops the
-// process (so that libFuzzer keeps the input that broke it), and a strict
-// UTF-8 decoder written independently of the platform's string class, so
-// that the targets compare the platform with a second opinion rather than
-// with itself.
+// process (so that libFuzzer keeps the input that broke it), a strict UTF-8
+// decoder written independently of the platform's string class, so that the
+// targets compare the platform with a second opinion rather than with
+// itself, and a private workspace that the platform is made to read alone.
 //
 //   FUZZ_REQUIRE(IsValidUtf8(text), "ExpandPath gave invalid UTF-8");
 //   std::vector<char32_t> codePoints;
@@ -166,6 +166,18 @@ class Workspace {
  private:
   std::string _path;
 };
+
+// Makes the platform see the workspace alone: catalogues and declaration
+// resources are searched there only, and no language, administrator
+// settings or trace variable of the machine running the target is read.
+inline void IsolateEnvironment(const Workspace& iWorkspace) {
+  for (const char* name : {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "KOR_ADMIN_SETTINGS",
+                           "KORHUB_TRACE", "KORHUB_TRACE_FILE"}) {
+    ::unsetenv(name);
+  }
+  ::setenv("KOR_DCLS_PATH", iWorkspace.Path().c_str(), 1);
+  ::setenv("KOR_MSGCATALOG_PATH", iWorkspace.Path().c_str(), 1);
+}
 
 }  // namespace fuzz
 

@@ -10,7 +10,6 @@
 // Besides, the display line (no catalogue, no declarations: the default
 // texts) is built around exactly that text, and the string form keeps the
 // file whole.
-#include <stdlib.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -59,12 +58,7 @@ CodePoints ExpectedShortening(const CodePoints& iFile) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   static const fuzz::Workspace workspace;  // empty: no catalogue, no declarations
-  for (const char* name :
-       {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "KORHUB_TRACE", "KOR_ADMIN_SETTINGS"}) {
-    ::unsetenv(name);
-  }
-  ::setenv("KOR_MSGCATALOG_PATH", workspace.Path().c_str(), 1);
-  ::setenv("KOR_DCLS_PATH", workspace.Path().c_str(), 1);
+  fuzz::IsolateEnvironment(workspace);
   return 0;
 }
 

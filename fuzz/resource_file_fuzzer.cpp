@@ -12,7 +12,6 @@
 //     gives (one parser);
 //   - the declaration pool and the message catalogue hand out, for every key,
 //     the parser's value (the catalogue never raises for a declared key).
-#include <stdlib.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -138,11 +137,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // One file serves as both the declaration resource and the catalogue.
   const std::string path = workspace.Write("FUZZ.dcls", "");
   std::filesystem::create_symlink(path, workspace.PathOf("FUZZ.msgcat"));
-  for (const char* name : {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "KORHUB_TRACE"}) {
-    ::unsetenv(name);
-  }
-  ::setenv("KOR_DCLS_PATH", workspace.Path().c_str(), 1);
-  ::setenv("KOR_MSGCATALOG_PATH", workspace.Path().c_str(), 1);
+  fuzz::IsolateEnvironment(workspace);
   return 0;
 }
 

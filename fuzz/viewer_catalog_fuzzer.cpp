@@ -30,7 +30,6 @@
 // thread, not the child's, and misses the child's stack): the child compares
 // the allocator's count of live bytes instead.
 #include <sanitizer/allocator_interface.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -220,12 +219,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   for (const char* catalogue : {"KORDMToolsManager.msgcat", "KORLumSessionFile.msgcat"}) {
     std::filesystem::create_symlink(path, workspace.PathOf(catalogue));
   }
-  for (const char* name :
-       {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "KORHUB_TRACE", "KOR_ADMIN_SETTINGS"}) {
-    ::unsetenv(name);
-  }
-  ::setenv("KOR_DCLS_PATH", workspace.Path().c_str(), 1);
-  ::setenv("KOR_MSGCATALOG_PATH", workspace.Path().c_str(), 1);
+  fuzz::IsolateEnvironment(workspace);
   return 0;
 }
 

@@ -151,8 +151,10 @@ void EncodeUtf8(KORUnicodeChar iChar, std::string& oText) {
   }
 }
 
-// Checks a printf format for BuildFromNum: exactly one conversion whose
-// length modifier and conversion letter are among iAllowed ("d", "lu", ...).
+// Checks a printf format for BuildFromNum: besides "%%", exactly one
+// conversion (flags, width and precision allowed), with the length modifier
+// "l" when iLongArgument is true and none otherwise, and one of the integer
+// conversion letters d, i, o, u, x and X. oConversion receives the letter.
 bool IsSingleConversionFormat(const char* iFormat, bool iLongArgument, char& oConversion) {
   if (!iFormat) return false;
   int conversions = 0;
@@ -170,8 +172,7 @@ bool IsSingleConversionFormat(const char* iFormat, bool iLongArgument, char& oCo
     const bool hasLong = (*p == 'l');
     if (hasLong) ++p;
     if (hasLong != iLongArgument) return false;
-    const char* allowed = iLongArgument ? "uoxXdi" : "diouxX";
-    if (*p == '\0' || !std::strchr(allowed, *p)) return false;
+    if (*p == '\0' || !std::strchr("diouxX", *p)) return false;
     oConversion = *p;
   }
   return conversions == 1;

@@ -8,8 +8,12 @@
 #include <string>
 
 #include "BadInput.h"
+#include "FreshProcess.h"
 #include "KORDMTools.h"
 #include "KORLumSessionFileUtilities.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

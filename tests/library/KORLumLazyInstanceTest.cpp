@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +30,31 @@ class Recorded {
 };
 
 using Log = std::vector<std::string>;
+
+// Fails to build when asked to, as a constructor does when memory runs out;
+// its destructor writes to a log of its own, so that destroying an instance
+// that was never built would show.
+Log gFailingLog;
+class FailingToBuild {
+ public:
+  explicit FailingToBuild(bool iFail) {
+    if (iFail) throw std::bad_alloc();
+    gFailingLog.emplace_back("built");
+  }
+  ~FailingToBuild() { gFailingLog.emplace_back("destroyed"); }
+  FailingToBuild(const FailingToBuild&) = delete;
+  FailingToBuild& operator=(const FailingToBuild&) = delete;
+};
+
+// A holder at namespace scope, as the library's are: the build fails if it
+// would need code to run at load.
+#if defined(__clang__)
+[[clang::require_constant_initialization]]
+#elif defined(__GNUC__)
+__constinit
+#endif
+KORLumLazyInstance<std::string>
+    gHolderAtNamespaceScope;
 
 }  // namespace
 
@@ -81,4 +107,34 @@ TEST(KORLumLazyInstance, OnlyTheCreatedOneOfTwoHoldersIsDestroyed) {
     built.Create(log, "built");
   }
   EXPECT_EQ(log, (Log{"built built", "destroyed built"}));
+}
+
+TEST(KORLumLazyInstance, HolderAtNamespaceScopeIsNotCreatedAtLoad) {
+  EXPECT_FALSE(gHolderAtNamespaceScope.IsCreated());
+}
+
+TEST(KORLumLazyInstance, ConstructorThatThrowsLeavesTheHolderNotCreated) {
+  KORLumLazyInstance<FailingToBuild> holder;
+  EXPECT_THROW(holder.Create(true), std::bad_alloc);
+  EXPECT_FALSE(holder.IsCreated());
+}
+
+TEST(KORLumLazyInstance, HolderWhoseConstructorThrewDestroysNothing) {
+  gFailingLog.clear();
+  {
+    KORLumLazyInstance<FailingToBuild> holder;
+    EXPECT_THROW(holder.Create(true), std::bad_alloc);
+  }
+  EXPECT_EQ(gFailingLog, Log{});
+}
+
+TEST(KORLumLazyInstance, CreateAfterAThrowingConstructorBuildsTheInstanceOnce) {
+  gFailingLog.clear();
+  {
+    KORLumLazyInstance<FailingToBuild> holder;
+    EXPECT_THROW(holder.Create(true), std::bad_alloc);
+    holder.Create(false);
+    EXPECT_TRUE(holder.IsCreated());
+  }
+  EXPECT_EQ(gFailingLog, (Log{"built", "destroyed"}));
 }

@@ -8,10 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORLumSessionFileUtilities.h"
 #include "KORMsgCatalog.h"
 #include "SessionFileConfiguration.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

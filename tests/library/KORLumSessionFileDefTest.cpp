@@ -8,6 +8,7 @@
 
 #include "KORHUBTrace.h"
 #include "ListText.h"
+#include "SessionFileValues.h"
 #include "StringList.h"
 #include "TraceCapture.h"
 #include "TracePattern.h"
@@ -15,10 +16,6 @@
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr _KORLumSessionFileType kNone = KORLumSessionFileType_None;
-constexpr _KORLumSessionFileType kGraph = KORLumSessionFileType_Graph;
-constexpr _KORLumSessionFileType kQuery = KORLumSessionFileType_Query;
 
 // Bags for objects A, B, A: the second bag of A has other viewers.
 KORListValKORLumViewerBag BagsWithARepeatedObject() {

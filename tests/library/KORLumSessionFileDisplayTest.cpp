@@ -6,24 +6,21 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORLumSessionFile.h"
 #include "KORLumSessionFileUtilities.h"
 #include "KORLumViewerDef.h"
 #include "MethodListFile.h"
 #include "SessionFileConfiguration.h"
+#include "SessionFileValues.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr _KORLumSessionFileType kNone = KORLumSessionFileType_None;
-constexpr _KORLumSessionFileType kGraph = KORLumSessionFileType_Graph;
-constexpr _KORLumSessionFileType kQuery = KORLumSessionFileType_Query;
-constexpr _KORLumGraphSessionLoadMode kDynamic = KORLumGraphSessionLoadMode_Dynamic;
-constexpr _KORLumGraphSessionLoadMode kStatic = KORLumGraphSessionLoadMode_Static;
-constexpr _KORLumGraphSessionInstanceMode kAll = KORLumGraphSessionInstanceMode_All;
-constexpr _KORLumGraphSessionInstanceMode kSelected = KORLumGraphSessionInstanceMode_Selected;
 
 std::string Text(const KORUnicodeString& iText) { return iText.ConvertToChar(); }
 

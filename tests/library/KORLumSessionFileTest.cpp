@@ -5,21 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
+#include "SessionFileValues.h"
 #include "TraceCapture.h"
+
+// The first GetNoSessionFile call is checked here, which only the first test
+// case of a process can see: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-constexpr _KORLumSessionFileType kNone = KORLumSessionFileType_None;
-constexpr _KORLumSessionFileType kGraph = KORLumSessionFileType_Graph;
-constexpr _KORLumSessionFileType kQuery = KORLumSessionFileType_Query;
-constexpr _KORLumGraphSessionLoadMode kLoadNone = KORLumGraphSessionLoadMode_None;
-constexpr _KORLumGraphSessionLoadMode kDynamic = KORLumGraphSessionLoadMode_Dynamic;
-constexpr _KORLumGraphSessionLoadMode kStatic = KORLumGraphSessionLoadMode_Static;
-constexpr _KORLumGraphSessionInstanceMode kInstanceNone = KORLumGraphSessionInstanceMode_None;
-constexpr _KORLumGraphSessionInstanceMode kAll = KORLumGraphSessionInstanceMode_All;
-constexpr _KORLumGraphSessionInstanceMode kSelected = KORLumGraphSessionInstanceMode_Selected;
 
 // Checks that iFile is a None value as the constructors leave it: no file, no
 // viewer name, the no-viewer definition, default modes, and iOption kept.
@@ -46,11 +42,6 @@ Lines GraphFileOperandLines(const std::string& iPrefix) {
           iPrefix + " Viewer        = [Viewer3D]", iPrefix + " ViewerDef     = []",
           iPrefix + " Load mode     = [1]",        iPrefix + " Instance mode = [2]",
           iPrefix + " Option        = [9]"};
-}
-
-Lines Concatenated(Lines iFirst, const Lines& iSecond) {
-  iFirst.insert(iFirst.end(), iSecond.begin(), iSecond.end());
-  return iFirst;
 }
 
 }  // namespace
@@ -403,7 +394,8 @@ TEST(KORLumSessionFileTrace, EqualityWritesTheOtherOperandThenTheResult) {
   TraceCapture capture;
   (void)(left == right);
   const std::string label = "   KORLumSessionFile::operator == ";
-  EXPECT_EQ(capture.Lines(), Concatenated(GraphFileOperandLines(label), {label + " isEqual = 0"}));
+  EXPECT_EQ(capture.Lines(),
+            Concatenated({GraphFileOperandLines(label), {label + " isEqual = 0"}}));
 }
 
 TEST(KORLumSessionFileTrace, EqualityOfEqualValuesWritesIsEqualOne) {
@@ -421,9 +413,9 @@ TEST(KORLumSessionFileTrace, InequalityShowsTheNestedEqualityScopeThenTheResult)
   TraceCapture capture;
   (void)(left != right);
   const std::string nested = "     KORLumSessionFile::operator == ";
-  EXPECT_EQ(capture.Lines(), Concatenated(GraphFileOperandLines(nested),
-                                          {nested + " isEqual = 0",
-                                           "   KORLumSessionFile::operator != isDifferent = 1"}));
+  EXPECT_EQ(capture.Lines(), Concatenated({GraphFileOperandLines(nested),
+                                           {nested + " isEqual = 0",
+                                            "   KORLumSessionFile::operator != isDifferent = 1"}}));
 }
 
 TEST(KORLumSessionFileTrace, FirstGetNoSessionFileShowsTheNestedConstructor) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORHUBTrace.h"
 #include "KORListLumSessionFile.h"
 #include "KORListLumSessionFileDef.h"
@@ -18,6 +19,9 @@
 #include "ListText.h"
 #include "StringList.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORHUBTrace.h"
 #include "KORLumSessionFile.h"
 #include "KORLumSessionFileUtilities.h"
@@ -16,6 +17,9 @@
 #include "MethodListFile.h"
 #include "SessionFileConfiguration.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

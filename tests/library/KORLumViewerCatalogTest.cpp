@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORListLumViewerBag.h"
 #include "KORListLumViewerDef.h"
 #include "KORLumSessionFileUtilities.h"
@@ -17,6 +18,9 @@
 #include "MethodListFile.h"
 #include "SessionFileConfiguration.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 
@@ -49,12 +53,6 @@ Lines NestedLookupLines(const std::string& iCatalogue, const std::string& iKey,
   const std::string prefix = "     KORLumSessionFileUtilities::GetNLSMessage ";
   return {prefix + "iNLSDictionnary = " + iCatalogue, prefix + "iNLSMessageKey = " + iKey,
           prefix + "iDefaultNLSMessage = ", prefix + "NLSMessage = " + iResult};
-}
-
-Lines Concatenated(std::initializer_list<Lines> iParts) {
-  Lines all;
-  for (const Lines& part : iParts) all.insert(all.end(), part.begin(), part.end());
-  return all;
 }
 
 const std::string kGetViewers = "   KORLumSessionFileUtilities::GetViewers ";

@@ -4,7 +4,11 @@
 
 #include <cstdlib>
 
+#include "FreshProcess.h"
 #include "KORHUBTrace.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 TEST(KORHUBTraceFirstQuery, LevelIsActiveReadsTheEnvironmentWhenAskedBeforeAnyScope) {
   setenv("KORHUB_TRACE", "1", 1);

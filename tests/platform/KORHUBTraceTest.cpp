@@ -11,7 +11,11 @@
 #include <vector>
 
 #include "AllocationCounter.h"
+#include "FreshProcess.h"
 #include "TraceCapture.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

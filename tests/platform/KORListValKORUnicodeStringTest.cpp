@@ -2,17 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 #include <vector>
 
-namespace {
+#include "StringList.h"
 
-KORListValKORUnicodeString Make(std::initializer_list<const char*> iValues) {
-  KORListValKORUnicodeString list;
-  for (const char* value : iValues) list.Append(value);
-  return list;
-}
+namespace {
 
 std::vector<std::string> Contents(const KORListValKORUnicodeString& iList) {
   std::vector<std::string> contents;
@@ -46,25 +41,25 @@ TEST(KORListValKORUnicodeString, AppendStoresACopy) {
 }
 
 TEST(KORListValKORUnicodeString, AppendOfOwnElementCopiesIt) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   list.Append(list[1]);
   EXPECT_EQ(Contents(list), (Texts{"a", "b", "a"}));
 }
 
 TEST(KORListValKORUnicodeString, InsertAtOnePlacesTheValueFirst) {
-  KORListValKORUnicodeString list = Make({"b", "c"});
+  KORListValKORUnicodeString list = StringList({"b", "c"});
   list.InsertAt(1, "a");
   EXPECT_EQ(Contents(list), (Texts{"a", "b", "c"}));
 }
 
 TEST(KORListValKORUnicodeString, InsertInTheMiddleMovesLaterElementsDown) {
-  KORListValKORUnicodeString list = Make({"a", "c"});
+  KORListValKORUnicodeString list = StringList({"a", "c"});
   list.InsertAt(2, "b");
   EXPECT_EQ(Contents(list), (Texts{"a", "b", "c"}));
 }
 
 TEST(KORListValKORUnicodeString, InsertAtSizePlusOneAppends) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   list.InsertAt(3, "c");
   EXPECT_EQ(Contents(list), (Texts{"a", "b", "c"}));
 }
@@ -76,7 +71,7 @@ TEST(KORListValKORUnicodeString, InsertAtOneIntoAnEmptyList) {
 }
 
 TEST(KORListValKORUnicodeString, MutableIndexGivesTheElementItself) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   KORUnicodeString& element = list[2];
   element.Append("é");
   EXPECT_STREQ(list[2].ConvertToChar(), "bé");
@@ -84,13 +79,13 @@ TEST(KORListValKORUnicodeString, MutableIndexGivesTheElementItself) {
 }
 
 TEST(KORListValKORUnicodeString, MutableIndexIsAssignable) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   list[1] = "z";
   EXPECT_EQ(Contents(list), (Texts{"z", "b"}));
 }
 
 TEST(KORListValKORUnicodeString, ConstIndexGivesTheElementItself) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   const KORListValKORUnicodeString& constList = list;
   const KORUnicodeString& element = constList[1];
   EXPECT_EQ(&element, &list[1]);
@@ -99,58 +94,58 @@ TEST(KORListValKORUnicodeString, ConstIndexGivesTheElementItself) {
 }
 
 TEST(KORListValKORUnicodeString, LocateGivesThePositionOfTheFirstEqualElement) {
-  const KORListValKORUnicodeString list = Make({"a", "é", "b", "é"});
+  const KORListValKORUnicodeString list = StringList({"a", "é", "b", "é"});
   EXPECT_EQ(list.Locate("é"), 2);
   EXPECT_EQ(list.Locate("a"), 1);
   EXPECT_EQ(list.Locate("b"), 3);
 }
 
 TEST(KORListValKORUnicodeString, LocateGivesZeroWhenAbsent) {
-  const KORListValKORUnicodeString list = Make({"a", "é"});
+  const KORListValKORUnicodeString list = StringList({"a", "é"});
   EXPECT_EQ(list.Locate("e"), 0);
   EXPECT_EQ(list.Locate("e\xCC\x81"), 0);  // é decomposed
   EXPECT_EQ(KORListValKORUnicodeString().Locate("a"), 0);
 }
 
 TEST(KORListValKORUnicodeString, LocateFromAStartSkipsEarlierElements) {
-  const KORListValKORUnicodeString list = Make({"a", "é", "b", "é"});
+  const KORListValKORUnicodeString list = StringList({"a", "é", "b", "é"});
   EXPECT_EQ(list.Locate("é", 2), 2);
   EXPECT_EQ(list.Locate("é", 3), 4);
   EXPECT_EQ(list.Locate("a", 2), 0);
 }
 
 TEST(KORListValKORUnicodeString, LocateFromBeyondTheSizeGivesZero) {
-  const KORListValKORUnicodeString list = Make({"a", "b"});
+  const KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_EQ(list.Locate("b", 3), 0);
   EXPECT_EQ(list.Locate("b", 100), 0);
 }
 
 TEST(KORListValKORUnicodeString, LocateFromBeforeOneStartsAtOne) {
-  const KORListValKORUnicodeString list = Make({"a", "b"});
+  const KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_EQ(list.Locate("a", 0), 1);
   EXPECT_EQ(list.Locate("a", -5), 1);
 }
 
 TEST(KORListValKORUnicodeString, RemoveValueRemovesEveryEqualElement) {
-  KORListValKORUnicodeString list = Make({"é", "a", "é", "b", "é"});
+  KORListValKORUnicodeString list = StringList({"é", "a", "é", "b", "é"});
   EXPECT_EQ(list.RemoveValue("é"), 3);
   EXPECT_EQ(Contents(list), (Texts{"a", "b"}));
 }
 
 TEST(KORListValKORUnicodeString, RemoveValueOfAnAbsentValueRemovesNothing) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_EQ(list.RemoveValue("c"), 0);
   EXPECT_EQ(Contents(list), (Texts{"a", "b"}));
 }
 
 TEST(KORListValKORUnicodeString, RemoveValueOfOneOfItsOwnElementsRemovesEveryEqualElement) {
-  KORListValKORUnicodeString list = Make({"a", "b", "a", "c", "a"});
+  KORListValKORUnicodeString list = StringList({"a", "b", "a", "c", "a"});
   EXPECT_EQ(list.RemoveValue(list[1]), 3);
   EXPECT_EQ(Contents(list), (Texts{"b", "c"}));
 }
 
 TEST(KORListValKORUnicodeString, RemovePositionMovesLaterElementsUp) {
-  KORListValKORUnicodeString list = Make({"a", "b", "c"});
+  KORListValKORUnicodeString list = StringList({"a", "b", "c"});
   list.RemovePosition(2);
   EXPECT_EQ(Contents(list), (Texts{"a", "c"}));
   list.RemovePosition(2);
@@ -160,7 +155,7 @@ TEST(KORListValKORUnicodeString, RemovePositionMovesLaterElementsUp) {
 }
 
 TEST(KORListValKORUnicodeString, RemoveAllEmptiesTheList) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   list.RemoveAll();
   EXPECT_EQ(list.Size(), 0);
   list.Append("c");
@@ -168,13 +163,13 @@ TEST(KORListValKORUnicodeString, RemoveAllEmptiesTheList) {
 }
 
 TEST(KORListValKORUnicodeString, RemoveDuplicatesKeepsFirstOccurrencesInOrder) {
-  KORListValKORUnicodeString list = Make({"b", "é", "b", "a", "é", "b", "c"});
+  KORListValKORUnicodeString list = StringList({"b", "é", "b", "a", "é", "b", "c"});
   EXPECT_EQ(list.RemoveDuplicates(), 3);
   EXPECT_EQ(Contents(list), (Texts{"b", "é", "a", "c"}));
 }
 
 TEST(KORListValKORUnicodeString, RemoveDuplicatesWithoutDuplicatesRemovesNothing) {
-  KORListValKORUnicodeString list = Make({"a", "é", "e\xCC\x81"});
+  KORListValKORUnicodeString list = StringList({"a", "é", "e\xCC\x81"});
   EXPECT_EQ(list.RemoveDuplicates(), 0);
   EXPECT_EQ(Contents(list), (Texts{"a", "é", "e\xCC\x81"}));
 }
@@ -186,25 +181,25 @@ TEST(KORListValKORUnicodeString, RemoveDuplicatesOfAnEmptyListRemovesNothing) {
 }
 
 TEST(KORListValKORUnicodeString, RemoveDuplicatesTreatsEmptyStringsAsValues) {
-  KORListValKORUnicodeString list = Make({"", "a", "", ""});
+  KORListValKORUnicodeString list = StringList({"", "a", "", ""});
   EXPECT_EQ(list.RemoveDuplicates(), 2);
   EXPECT_EQ(Contents(list), (Texts{"", "a"}));
 }
 
 TEST(KORListValKORUnicodeString, ListsWithEqualElementsInOrderAreEqual) {
-  EXPECT_TRUE(Make({"a", "é"}) == Make({"a", "é"}));
-  EXPECT_FALSE(Make({"a", "é"}) != Make({"a", "é"}));
+  EXPECT_TRUE(StringList({"a", "é"}) == StringList({"a", "é"}));
+  EXPECT_FALSE(StringList({"a", "é"}) != StringList({"a", "é"}));
   EXPECT_TRUE(KORListValKORUnicodeString() == KORListValKORUnicodeString());
 }
 
 TEST(KORListValKORUnicodeString, ListsDifferingInOrderSizeOrElementAreDifferent) {
-  EXPECT_TRUE(Make({"a", "é"}) != Make({"é", "a"}));
-  EXPECT_TRUE(Make({"a", "é"}) != Make({"a"}));
-  EXPECT_TRUE(Make({"a", "é"}) != Make({"a", "e\xCC\x81"}));
+  EXPECT_TRUE(StringList({"a", "é"}) != StringList({"é", "a"}));
+  EXPECT_TRUE(StringList({"a", "é"}) != StringList({"a"}));
+  EXPECT_TRUE(StringList({"a", "é"}) != StringList({"a", "e\xCC\x81"}));
 }
 
 TEST(KORListValKORUnicodeString, CopyIsEqualAndIndependent) {
-  KORListValKORUnicodeString original = Make({"a", "b"});
+  KORListValKORUnicodeString original = StringList({"a", "b"});
   KORListValKORUnicodeString copy(original);
   EXPECT_EQ(copy, original);
   copy[1] = "z";
@@ -213,8 +208,8 @@ TEST(KORListValKORUnicodeString, CopyIsEqualAndIndependent) {
 }
 
 TEST(KORListValKORUnicodeString, AssignmentIsEqualAndIndependent) {
-  KORListValKORUnicodeString original = Make({"a", "b"});
-  KORListValKORUnicodeString copy = Make({"x"});
+  KORListValKORUnicodeString original = StringList({"a", "b"});
+  KORListValKORUnicodeString copy = StringList({"x"});
   copy = original;
   EXPECT_EQ(copy, original);
   original.RemoveAll();
@@ -234,22 +229,22 @@ const char kInsertCheck[] =
 }  // namespace
 
 TEST(KORListValKORUnicodeStringDeathTest, MutableIndexZeroStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list[0].Reset(), kIndexCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, MutableIndexPastTheSizeStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list[3].Reset(), kIndexCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, ConstIndexZeroStopsTheProcess) {
-  const KORListValKORUnicodeString list = Make({"a", "b"});
+  const KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH((void)list[0].GetLengthInChar(), kIndexCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, ConstIndexPastTheSizeStopsTheProcess) {
-  const KORListValKORUnicodeString list = Make({"a", "b"});
+  const KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH((void)list[3].GetLengthInChar(), kIndexCheck);
 }
 
@@ -259,21 +254,21 @@ TEST(KORListValKORUnicodeStringDeathTest, IndexIntoAnEmptyListStopsTheProcess) {
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, InsertAtZeroStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list.InsertAt(0, "x"), kInsertCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, InsertPastSizePlusOneStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list.InsertAt(4, "x"), kInsertCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, RemovePositionZeroStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list.RemovePosition(0), kIndexCheck);
 }
 
 TEST(KORListValKORUnicodeStringDeathTest, RemovePositionPastTheSizeStopsTheProcess) {
-  KORListValKORUnicodeString list = Make({"a", "b"});
+  KORListValKORUnicodeString list = StringList({"a", "b"});
   EXPECT_DEATH(list.RemovePosition(3), kIndexCheck);
 }

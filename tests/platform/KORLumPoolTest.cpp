@@ -6,8 +6,12 @@
 #include <filesystem>
 #include <string>
 
+#include "FreshProcess.h"
 #include "ListText.h"
 #include "TemporaryDirectory.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

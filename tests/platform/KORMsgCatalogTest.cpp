@@ -4,25 +4,31 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 
+#include "FreshProcess.h"
 #include "KORError.h"
 #include "ListText.h"
+#include "StringList.h"
 #include "TemporaryDirectory.h"
+
+// Checks what happens on first use: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 
 // The text of iKey in the catalogue iCatalog, or "<raised: diagnostic>"
 // when the lookup raises KORNLSCatalogError.
 std::string Lookup(const char* iCatalog, const char* iKey) {
-  KORMsgCatalog* catalog = new KORMsgCatalog(iCatalog);
+  auto catalog = std::make_unique<KORMsgCatalog>(iCatalog);
   KORUnicodeString text;
   KORXHContext context;
   const int raised = context.Protect([&] {
     KORMsg msg = catalog->GetMsg(iKey);
     msg.BuildMessage(&text);
   });
-  delete catalog;
+  catalog.reset();
   if (raised) {
     EXPECT_TRUE(context.IsKindOf(KORNLSCatalogError::ClassName()));
     std::string diagnostic = std::string("<raised: ") + context.GetDiagnostic().c_str() + ">";
@@ -36,12 +42,6 @@ std::string Build(const char* iText, const KORListValKORUnicodeString& iParamete
   KORUnicodeString built("<untouched>");
   EXPECT_EQ(KORMsg(iText).BuildMessage(&built, iParameters), 0);
   return std::string(built.View());
-}
-
-KORListValKORUnicodeString ListOf(std::initializer_list<const char*> iValues) {
-  KORListValKORUnicodeString list;
-  for (const char* value : iValues) list.Append(value);
-  return list;
 }
 
 // A catalogue directory with the default, fr and fr_CA files of "Texts".
@@ -85,21 +85,22 @@ TEST(KORMsg, DefaultMessageIsEmpty) {
 }
 
 TEST(KORMsg, BuildMessageReplacesNumberedPlaceholdersByTheParameters) {
-  EXPECT_EQ(Build("Open {1} with {2}, then {1} again", ListOf({"model.hub", "Viewer3D"})),
+  EXPECT_EQ(Build("Open {1} with {2}, then {1} again", StringList({"model.hub", "Viewer3D"})),
             "Open model.hub with Viewer3D, then model.hub again");
 }
 
 TEST(KORMsg, BuildMessageReplacesPlaceholdersOfSeveralDigits) {
-  EXPECT_EQ(Build("{10}-{1}", ListOf({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})), "j-a");
+  EXPECT_EQ(Build("{10}-{1}", StringList({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})),
+            "j-a");
 }
 
 TEST(KORMsg, PlaceholdersWithoutParameterStayAsTheyAre) {
-  EXPECT_EQ(Build("{0} {3} {01} {x} {} { {1 {99999999999999999999} {1}", ListOf({"a", "b"})),
+  EXPECT_EQ(Build("{0} {3} {01} {x} {} { {1 {99999999999999999999} {1}", StringList({"a", "b"})),
             "{0} {3} {01} {x} {} { {1 {99999999999999999999} a");
 }
 
 TEST(KORMsg, ParameterTextIsNotScannedAgain) {
-  EXPECT_EQ(Build("{1}{2}", ListOf({"{2}", "b"})), "{2}b");
+  EXPECT_EQ(Build("{1}{2}", StringList({"{2}", "b"})), "{2}b");
 }
 
 TEST(KORMsgDeathTest, BuildMessageIntoNullStops) {
@@ -125,7 +126,8 @@ TEST(KORMsgCatalog, CodesetAndModifierAreRemovedFromTheLanguage) {
   LanguageFixture fixture;
   setenv("LANG", "fr_CA.UTF-8@euro", 1);
   EXPECT_EQ(Lookup("Texts", "Where"), "fr_CA");
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr_CA", "fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"fr_CA", "fr", ""})));
 }
 
 TEST(KORMsgCatalog, LanguageFallsBackFromRegionToBaseLanguage) {
@@ -149,45 +151,47 @@ TEST(KORMsgCatalog, MissingRegionFileFallsBackToBaseLanguage) {
 TEST(KORMsgCatalog, LanguageWithoutRegionHasItsOwnLevelAndTheDefault) {
   LanguageFixture fixture;
   setenv("LANG", "fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({"fr", ""})));
   EXPECT_EQ(Lookup("Texts", "Where"), "fr");
 }
 
 TEST(KORMsgCatalog, CAndPosixUseTheDefaultFileOnly) {
   LanguageFixture fixture;
   setenv("LANG", "C.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
   EXPECT_EQ(Lookup("Texts", "Where"), "default");
   KORMsgCatalog::FlushCache();
   setenv("LANG", "POSIX", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
 }
 
 TEST(KORMsgCatalog, LanguageThatCannotNameADirectoryUsesTheDefaultFileOnly) {
   LanguageFixture fixture;
   setenv("LANG", "../fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({""})));
 }
 
 TEST(KORMsgCatalog, KorLanguageComesBeforeLcAll) {
   LanguageFixture fixture;
   setenv("KOR_LANGUAGE", "fr", 1);
   setenv("LC_ALL", "de_DE.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(StringList({"fr", ""})));
 }
 
 TEST(KORMsgCatalog, LcAllComesBeforeLcMessages) {
   LanguageFixture fixture;
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   setenv("LC_MESSAGES", "fr_FR.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"de_DE", "de", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"de_DE", "de", ""})));
 }
 
 TEST(KORMsgCatalog, LcMessagesComesBeforeLang) {
   LanguageFixture fixture;
   setenv("LC_MESSAGES", "it_IT", 1);
   setenv("LANG", "fr_FR.UTF-8", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()), ListText(ListOf({"it_IT", "it", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels()),
+            ListText(StringList({"it_IT", "it", ""})));
 }
 
 TEST(KORMsgCatalog, EmptyLanguageVariablesArePassedOver) {
@@ -213,8 +217,8 @@ TEST(KORMsgCatalog, FirstDirectoryThatHasTheFileWinsAtEachLevel) {
   // The default file of the second directory is never read.
   EXPECT_EQ(Lookup("Texts", "OnlySecondDefault").rfind("<raised: ", 0), 0u);
   EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetFilesUsed()),
-            ListText(ListOf({(second.Path() + "/fr/Texts.msgcat").c_str(),
-                             (first.Path() + "/Texts.msgcat").c_str()})));
+            ListText(StringList({(second.Path() + "/fr/Texts.msgcat").c_str(),
+                                 (first.Path() + "/Texts.msgcat").c_str()})));
 }
 
 TEST(KORMsgCatalog, EmptyEntriesOfTheSearchPathAreSkipped) {
@@ -222,7 +226,8 @@ TEST(KORMsgCatalog, EmptyEntriesOfTheSearchPathAreSkipped) {
   TemporaryDirectory directory;
   directory.Write("Texts.msgcat", "Where = found\n");
   setenv("KOR_MSGCATALOG_PATH", ("::" + directory.Path() + ":").c_str(), 1);
-  EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()), ListText(ListOf({directory.Path().c_str()})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()),
+            ListText(StringList({directory.Path().c_str()})));
   EXPECT_EQ(Lookup("Texts", "Where"), "found");
 }
 
@@ -358,16 +363,16 @@ TEST(KORMsgCatalog, GetSearchPathGivesTheDirectoriesInOrder) {
   UnsetPlatformVariables();
   setenv("KOR_MSGCATALOG_PATH", "/first/dir:relative/dir:/last", 1);
   EXPECT_EQ(ListText(KORMsgCatalog::GetSearchPath()),
-            ListText(ListOf({"/first/dir", "relative/dir", "/last"})));
+            ListText(StringList({"/first/dir", "relative/dir", "/last"})));
 }
 
 TEST(KORMsgCatalog, GetFilesUsedGivesAnEmptyPathForLevelsWithoutFile) {
   LanguageFixture fixture;
   setenv("LANG", "fr_BE", 1);
   const std::string& dir = fixture.directory.Path();
-  EXPECT_EQ(
-      ListText(KORMsgCatalog("Texts").GetFilesUsed()),
-      ListText(ListOf({"", (dir + "/fr/Texts.msgcat").c_str(), (dir + "/Texts.msgcat").c_str()})));
+  EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetFilesUsed()),
+            ListText(StringList(
+                {"", (dir + "/fr/Texts.msgcat").c_str(), (dir + "/Texts.msgcat").c_str()})));
 }
 
 TEST(KORMsgCatalog, GetProblemsListsSkippedFilesThenMalformedLinesAndDuplicates) {
@@ -379,12 +384,13 @@ TEST(KORMsgCatalog, GetProblemsListsSkippedFilesThenMalformedLinesAndDuplicates)
   const std::string byDefault = second.Write("Texts.msgcat", "broken line\n");
   setenv("KOR_MSGCATALOG_PATH", (first.Path() + ":" + second.Path()).c_str(), 1);
   setenv("LANG", "fr", 1);
-  EXPECT_EQ(ListText(KORMsgCatalog("Texts").GetProblems()),
-            ListText(ListOf({(notAFile + ": is a directory, not a file").c_str(),
-                             (fr + ":2: key \"A\" declared again (previously at line 1): the last "
-                                   "declaration wins")
-                                 .c_str(),
-                             (byDefault + ":1: no '=' between a key and a value").c_str()})));
+  EXPECT_EQ(
+      ListText(KORMsgCatalog("Texts").GetProblems()),
+      ListText(StringList({(notAFile + ": is a directory, not a file").c_str(),
+                           (fr + ":2: key \"A\" declared again (previously at line 1): the last "
+                                 "declaration wins")
+                               .c_str(),
+                           (byDefault + ":1: no '=' between a key and a value").c_str()})));
 }
 
 // --- Resolution: where a text comes from ---------------------------------------------
@@ -446,17 +452,17 @@ TEST(KORMsgCatalog, GetMsgGivesWhatResolveFinds) {
 
 TEST(KORMsgCatalog, LanguageLevelsOfAGivenLanguage) {
   EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels("fr_CA.UTF-8@euro")),
-            ListText(ListOf({"fr_CA", "fr", ""})));
-  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels("ja")), ListText(ListOf({"ja", ""})));
+            ListText(StringList({"fr_CA", "fr", ""})));
+  EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels("ja")), ListText(StringList({"ja", ""})));
   for (const char* untranslated : {"POSIX", "C.UTF-8", "", "../fr"}) {
-    EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels(untranslated)), ListText(ListOf({""})))
+    EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageLevels(untranslated)), ListText(StringList({""})))
         << untranslated;
   }
 }
 
 TEST(KORMsgCatalog, LanguageVariablesAreListedInTheOrderTheyAreRead) {
   EXPECT_EQ(ListText(KORMsgCatalog::GetLanguageVariables()),
-            ListText(ListOf({"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"})));
+            ListText(StringList({"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"})));
 }
 
 TEST(KORMsgCatalog, LanguageVariableNamesTheVariableThatGivesTheLanguage) {

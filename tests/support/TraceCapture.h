@@ -3,6 +3,7 @@
 #ifndef TraceCapture_h
 #define TraceCapture_h
 
+#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,5 +25,16 @@ class TraceCapture {
  private:
   std::ostringstream _stream;
 };
+
+// The lines of the parts, one part after another, to compare with Lines():
+//
+//   EXPECT_EQ(capture.Lines(), Concatenated({OperandLines(), {"   Unit::Op isEqual = 0"}}));
+inline std::vector<std::string> Concatenated(
+    std::initializer_list<std::vector<std::string>> iParts) {
+  std::vector<std::string> all;
+  for (const std::vector<std::string>& part : iParts)
+    all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
 
 #endif

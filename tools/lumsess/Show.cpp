@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <iostream>
+#include <map>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -37,31 +38,48 @@ std::string Lower(std::string iText) {
   return iText;
 }
 
+// The value that iValue names in iNames, matched by CLI11's CheckedTransformer
+// ignoring case (which also takes the value's number, as --json writes it);
+// ends the command with iProblem when iValue names none.
+template <typename Enumeration>
+Enumeration ParseEnumeration(const std::string& iValue,
+                             const std::map<std::string, Enumeration>& iNames,
+                             const std::string& iProblem) {
+  std::string value = iValue;  // becomes the number of the value named
+  if (!CLI::CheckedTransformer(iNames, CLI::ignore_case)(value).empty()) {
+    ReportError(kUsage, iProblem);
+  }
+  return static_cast<Enumeration>(std::stoi(value));
+}
+
 _KORLumSessionFileType ParseType(const std::string& iValue) {
-  const std::string value = Lower(iValue);
-  if (value == "graph") return KORLumSessionFileType_Graph;
-  if (value == "query") return KORLumSessionFileType_Query;
-  if (value == "none") return KORLumSessionFileType_None;
-  ReportError(kUsage, "unknown --type value " + Quote(iValue) +
-                          "; the accepted values are graph, query and none.");
+  static const std::map<std::string, _KORLumSessionFileType> kNames = {
+      {"graph", KORLumSessionFileType_Graph},
+      {"query", KORLumSessionFileType_Query},
+      {"none", KORLumSessionFileType_None}};
+  return ParseEnumeration(
+      iValue, kNames,
+      "unknown --type value " + Quote(iValue) + "; the accepted values are graph, query and none.");
 }
 
 _KORLumGraphSessionLoadMode ParseLoadMode(const std::string& iValue) {
-  const std::string value = Lower(iValue);
-  if (value.empty()) return KORLumGraphSessionLoadMode_None;  // the library puts Dynamic
-  if (value == "dynamic") return KORLumGraphSessionLoadMode_Dynamic;
-  if (value == "static") return KORLumGraphSessionLoadMode_Static;
-  ReportError(kUsage, "unknown --load-mode value " + Quote(iValue) +
-                          "; the accepted values are dynamic and static.");
+  static const std::map<std::string, _KORLumGraphSessionLoadMode> kNames = {
+      {"dynamic", KORLumGraphSessionLoadMode_Dynamic},
+      {"static", KORLumGraphSessionLoadMode_Static}};
+  if (iValue.empty()) return KORLumGraphSessionLoadMode_None;  // the library puts Dynamic
+  return ParseEnumeration(iValue, kNames,
+                          "unknown --load-mode value " + Quote(iValue) +
+                              "; the accepted values are dynamic and static.");
 }
 
 _KORLumGraphSessionInstanceMode ParseInstanceMode(const std::string& iValue) {
-  const std::string value = Lower(iValue);
-  if (value.empty()) return KORLumGraphSessionInstanceMode_None;  // the library puts All
-  if (value == "all") return KORLumGraphSessionInstanceMode_All;
-  if (value == "selected") return KORLumGraphSessionInstanceMode_Selected;
-  ReportError(kUsage, "unknown --instance-mode value " + Quote(iValue) +
-                          "; the accepted values are all and selected.");
+  static const std::map<std::string, _KORLumGraphSessionInstanceMode> kNames = {
+      {"all", KORLumGraphSessionInstanceMode_All},
+      {"selected", KORLumGraphSessionInstanceMode_Selected}};
+  if (iValue.empty()) return KORLumGraphSessionInstanceMode_None;  // the library puts All
+  return ParseEnumeration(iValue, kNames,
+                          "unknown --instance-mode value " + Quote(iValue) +
+                              "; the accepted values are all and selected.");
 }
 
 // "report,modification,query,csb" (any of them, in any order) or a number

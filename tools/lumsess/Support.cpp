@@ -24,12 +24,9 @@ std::vector<std::string> Texts(const KORListValKORUnicodeString& iList) {
 }
 
 std::size_t Width(const std::string& iText) {
-  std::size_t width = 0;
-  for (const char c : iText) {
-    // Count every byte that does not continue a UTF-8 sequence.
-    if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) ++width;
-  }
-  return width;
+  // Counted as the platform counts a string's characters (an ill-formed
+  // sequence is one replacement character, as it is shown).
+  return static_cast<std::size_t>(KORUnicodeString(iText.data(), iText.size()).GetLengthInChar());
 }
 
 std::string Pad(const std::string& iText, std::size_t iWidth) {
@@ -54,7 +51,16 @@ std::string Say(const char* iKey, const char* iEnglish,
   KORUnicodeString text;
   KORXHContext context;
   if (context.Protect([&] { catalog.GetMsg(iKey).BuildMessage(&text, parameters); }) != 0) {
-    context.Release();  // no catalogue, or no such key: the English text
+    // No catalogue, or no such key: the English text. Any other error is
+    // not the catalogue's to excuse, and ends the command.
+    if (context.IsKindOf(KORNLSCatalogError::ClassName()) == 0) {
+      std::string diagnostic(context.GetDiagnostic().View());
+      if (diagnostic.empty() || diagnostic.back() != '.') diagnostic += '.';
+      ReportError(kProblems,
+                  "the text " + Quote(iKey) +
+                      " of the message catalogue \"lumsess\" could not be built: " + diagnostic);
+    }
+    context.Release();
     text.Reset();
   }
   if (text.GetLengthInChar() == 0) KORMsg(iEnglish).BuildMessage(&text, parameters);

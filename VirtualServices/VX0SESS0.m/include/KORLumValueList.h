@@ -7,7 +7,7 @@
 // made with the element's copy constructor when it enters the list and
 // destroyed with its destructor when it leaves (removal, shrinking, emptying,
 // assignment to the list, or the list's destruction). The copies sit in the
-// slots of a KORRawCollPV that the list creates, owns and never shares.
+// slots of a KORRawCollPV that the list holds as a member and never shares.
 //
 // Positions are 1-based: the first element is at 1, the last at Size().
 // Indices are not checked by the list; they reach the raw collection, which
@@ -94,7 +94,7 @@ class VX0SESS0_API KORLumValueList : public KORCollecRoot {
  protected:
   // Implementation details only, past this point: the slots, for the
   // operations that KORLumEditableValueList adds.
-  [[nodiscard]] KORRawCollPV& Slots() { return *_slots; }
+  [[nodiscard]] KORRawCollPV& Slots() { return _slots; }
   // A new heap copy of iValue, owned by the caller until stored in a slot.
   static std::unique_ptr<T> NewElement(const T& iValue) { return std::make_unique<T>(iValue); }
   // Destroys the element in iSlot, if any, and clears the slot.
@@ -106,7 +106,7 @@ class VX0SESS0_API KORLumValueList : public KORCollecRoot {
   // Appends a new copy of each element of iSource.
   void AppendCopies(const KORLumValueList& iSource);
 
-  KORRawCollPV* _slots;
+  KORRawCollPV _slots;
 };
 
 // KORLumEditableValueList<T>: a value list that can also insert at a
@@ -141,7 +141,7 @@ template <typename T>
 KORLumValueList<T>::KORLumValueList() : KORLumValueList(0) {}
 
 template <typename T>
-KORLumValueList<T>::KORLumValueList(int iSize) : KORCollecRoot(), _slots(new KORRawCollPV(iSize)) {}
+KORLumValueList<T>::KORLumValueList(int iSize) : KORCollecRoot(), _slots(iSize) {}
 
 template <typename T>
 KORLumValueList<T>::KORLumValueList(int iSize, int /*iIgnored*/) : KORLumValueList(iSize) {}
@@ -157,7 +157,6 @@ KORLumValueList<T>::KORLumValueList(const KORLumValueList& iCopy) : KORLumValueL
 template <typename T>
 KORLumValueList<T>::~KORLumValueList() {
   DestroyAllElements();
-  delete _slots;
 }
 
 // The list keeps its own collection of slots, emptied and refilled.
@@ -166,7 +165,7 @@ template <typename T>
 KORLumValueList<T>& KORLumValueList<T>::operator=(const KORLumValueList& iCopy) {
   if (&iCopy == this) return *this;
   DestroyAllElements();
-  _slots->RemoveAll(KORCollec::ReleaseMemory);
+  _slots.RemoveAll(KORCollec::ReleaseMemory);
   AppendCopies(iCopy);
   return *this;
 }
@@ -174,23 +173,23 @@ KORLumValueList<T>& KORLumValueList<T>::operator=(const KORLumValueList& iCopy) 
 template <typename T>
 void KORLumValueList<T>::Append(const T& iValue) {
   std::unique_ptr<T> element = NewElement(iValue);
-  _slots->Append(element.get());
+  _slots.Append(element.get());
   (void)element.release();  // owned by the list from now on
 }
 
 template <typename T>
 int KORLumValueList<T>::Size() const {
-  return _slots->Size();
+  return _slots.Size();
 }
 
 template <typename T>
 T& KORLumValueList<T>::operator[](int iIndex) {
-  return *static_cast<T*>((*_slots)[iIndex]);
+  return *static_cast<T*>(_slots[iIndex]);
 }
 
 template <typename T>
 const T& KORLumValueList<T>::operator[](int iIndex) const {
-  return *static_cast<const T*>(static_cast<const KORRawCollPV&>(*_slots)[iIndex]);
+  return *static_cast<const T*>(_slots[iIndex]);
 }
 
 template <typename T>
@@ -205,14 +204,14 @@ int KORLumValueList<T>::Locate(const T& iValue, int iFrom) const {
 
 template <typename T>
 void KORLumValueList<T>::RemovePosition(int iIndex) {
-  DestroyElement((*_slots)[iIndex]);
-  _slots->RemovePosition(iIndex);
+  DestroyElement(_slots[iIndex]);
+  _slots.RemovePosition(iIndex);
 }
 
 template <typename T>
 void KORLumValueList<T>::RemoveAll(KORCollec::MemoryHandling iMode) {
   DestroyAllElements();
-  _slots->RemoveAll(iMode);
+  _slots.RemoveAll(iMode);
 }
 
 template <typename T>
@@ -257,7 +256,7 @@ void KORLumValueList<T>::DestroyElement(void*& ioSlot) noexcept {
 
 template <typename T>
 void KORLumValueList<T>::DestroyAllElements() noexcept {
-  for (int i = _slots->Size(); i >= 1; --i) DestroyElement((*_slots)[i]);
+  for (int i = _slots.Size(); i >= 1; --i) DestroyElement(_slots[i]);
 }
 
 template <typename T>

@@ -5,37 +5,37 @@
 // The holder itself is constant-initialised (no code runs for it at load);
 // its destructor is registered when its source unit is initialised, so the
 // instance is destroyed in the reverse order of the units' initialisation.
+//
+// The instance counts as built once its constructor has returned: when the
+// constructor throws, the holder stays empty, destroys nothing, and a later
+// Create may try again.
 #ifndef KORLumLazyInstance_h
 #define KORLumLazyInstance_h
 
-#include <new>
+#include <optional>
 #include <utility>
 
 template <typename T>
 class KORLumLazyInstance {
  public:
   constexpr KORLumLazyInstance() noexcept = default;
-  ~KORLumLazyInstance() {
-    if (_created) Get().~T();
-  }
+  ~KORLumLazyInstance() = default;
   KORLumLazyInstance(const KORLumLazyInstance&) = delete;
   KORLumLazyInstance& operator=(const KORLumLazyInstance&) = delete;
 
-  [[nodiscard]] bool IsCreated() const noexcept { return _created; }
+  [[nodiscard]] bool IsCreated() const noexcept { return _instance.has_value(); }
 
-  // Marks the instance created, then builds it from the arguments.
+  // Builds the instance from the arguments (only while none is created).
   template <typename... Arguments>
   T& Create(Arguments&&... iArguments) {
-    _created = true;
-    return *::new (static_cast<void*>(_storage)) T(std::forward<Arguments>(iArguments)...);
+    return _instance.emplace(std::forward<Arguments>(iArguments)...);
   }
 
   // The instance (only once created).
-  T& Get() noexcept { return *std::launder(reinterpret_cast<T*>(_storage)); }
+  T& Get() noexcept { return *_instance; }
 
  private:
-  alignas(T) unsigned char _storage[sizeof(T)]{};
-  bool _created = false;
+  std::optional<T> _instance;
 };
 
 #endif

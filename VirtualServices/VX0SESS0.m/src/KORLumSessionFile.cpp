@@ -250,6 +250,11 @@ KORUnicodeString KORLumSessionFile::GetNLS() const {
     // is no viewer name), so a session file named by a viewer definition shows
     // the "no viewer" text here: the display line names a viewer only when the
     // user picked one by name. The string form shows the definition instead.
+    // The else branch therefore never runs. It is kept on purpose: the test
+    // is the display line's rule (the viewer text, or the definition when
+    // that text is empty), its first GetNLSViewer() call belongs to the
+    // line's trace, and the rule must hold as written should GetNLSViewer()
+    // ever give an empty text.
     if (GetNLSViewer().GetLengthInChar() != 0) {
       formattedString.ReplaceSubString(kViewer, GetNLSViewer());
     } else {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <iostream>  // prepares the stream library for trace output
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "KORDMTools.h"
@@ -22,9 +23,9 @@ namespace {
 // --- Module state -------------------------------------------------------------
 //
 // Built at load in this order, destroyed at unload in the reverse order. The
-// two path strings are built on first use and declared last, so that they are
-// destroyed first (graph files path, then BRIX files path), and only if they
-// were built.
+// two path strings are built on first use, once computed, and declared last,
+// so that they are destroyed first (graph files path, then BRIX files path),
+// and only if they were built.
 
 // The viewer catalogue: one bag per object, the objects and their translated
 // names (index for index), the viewers and their translated labels (index
@@ -43,9 +44,9 @@ KORUnicodeString gNLSNoViewer;
 bool gViewersLoaded = false;
 int gStartUpSession = -1;  // -1: not yet asked
 
-bool gBRIXFilesPathComputed = false;
+// Each path string holds the computed path (also when it is empty); not
+// built means not yet computed.
 KORLumLazyInstance<KORUnicodeString> gBRIXFilesPath;
-bool gGraphFilesPathComputed = false;
 KORLumLazyInstance<KORUnicodeString> gGraphFilesPath;
 
 // --- The keys read ----------------------------------------------------------------
@@ -202,14 +203,9 @@ KORLumPathExplanation ExplainFilesPath(KORLumTrace& ioTrace, const FilesPathRule
 
 // Computes a files path once; the result is kept, also when it is empty.
 KORUnicodeString& FilesPath(KORLumTrace& ioTrace, KORLumLazyInstance<KORUnicodeString>& ioPath,
-                            bool& ioComputed, const FilesPathRule& iRule) {
-  if (!ioPath.IsCreated()) ioPath.Create();
-  KORUnicodeString& path = ioPath.Get();
-  if (!ioComputed) {
-    path = ComputeFilesPath(ioTrace, iRule, nullptr);
-    ioComputed = true;
-  }
-  return path;
+                            const FilesPathRule& iRule) {
+  if (!ioPath.IsCreated()) ioPath.Create(ComputeFilesPath(ioTrace, iRule, nullptr));
+  return ioPath.Get();
 }
 
 KORUnicodeString PresentWorkingDirectory() { return KORUnicodeString(KORGetEnv("PWD")); }
@@ -531,7 +527,7 @@ int KORLumSessionFileUtilities::IsStartUpSession() {
 KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetBRIXFilesPath");
   const KORUnicodeString& path =
-      FilesPath(trace, gBRIXFilesPath, gBRIXFilesPathComputed, kBRIXFilesPath);
+      FilesPath(trace, gBRIXFilesPath, kBRIXFilesPath);
   trace.Value("BRIXFilesPath", path);
   return path;
 }
@@ -539,7 +535,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
 KORUnicodeString KORLumSessionFileUtilities::GetGraphFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetGraphFilesPath");
   const KORUnicodeString& path =
-      FilesPath(trace, gGraphFilesPath, gGraphFilesPathComputed, kGraphFilesPath);
+      FilesPath(trace, gGraphFilesPath, kGraphFilesPath);
   trace.Value("graphFilesPath", path);
   return path;
 }
