@@ -466,12 +466,14 @@ bool ReadPo(const std::string& iFile, const std::string& iLanguage,
       messages.push_back(message);
     }
   }
-  const char* headerText = header != nullptr ? po_message_msgstr(header) : nullptr;
-  const std::size_t headerLine = header != nullptr ? MessageLine(header, iterator.iterator) : 1;
   if (header == nullptr) {
     error(1, "the file has no header entry: its charset and catalogue are unknown");
     return false;
   }
+  // A copy: finding the header's line sets its texts anew.
+  const std::string headerCopy = po_message_msgstr(header);
+  const char* headerText = headerCopy.c_str();
+  const std::size_t headerLine = MessageLine(header, iterator.iterator);
 
   // The charset: only UTF-8, the catalogues' own.
   const std::string contentType = HeaderField(headerText, "Content-Type");
