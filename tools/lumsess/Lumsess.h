@@ -97,6 +97,9 @@ int RunList(const GlobalOptions& iGlobal);
 CLI::App* SetupCheck(CLI::App& ioApp);
 int RunCheck(const GlobalOptions& iGlobal);
 
+CLI::App* SetupPo(CLI::App& ioApp);
+int RunPo(const GlobalOptions& iGlobal);
+
 }  // namespace lumsess
 
 #endif

@@ -37,8 +37,9 @@ int Run(int argc, char** argv) {
   CLI::App* show = SetupShow(app);
   CLI::App* list = SetupList(app);
   CLI::App* check = SetupCheck(app);
+  CLI::App* po = SetupPo(app);
   // Global options are accepted after the command too.
-  for (CLI::App* command : {paths, viewers, show, list, check}) command->fallthrough();
+  for (CLI::App* command : {paths, viewers, show, list, check, po}) command->fallthrough();
 
   try {
     app.parse(argc, argv);
@@ -62,6 +63,7 @@ int Run(int argc, char** argv) {
   if (show->parsed()) return RunShow(global);
   if (list->parsed()) return RunList(global);
   if (check->parsed()) return RunCheck(global);
+  if (po->parsed()) return RunPo(global);
   return RunOverview(global);
 }
 
