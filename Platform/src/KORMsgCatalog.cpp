@@ -28,6 +28,7 @@ struct Level {
 struct Catalog {
   std::vector<Level> levels;         // one per language level
   std::vector<std::string> skipped;  // unreadable files passed over
+  bool transient = false;            // a search failed for now: searched again next time
 };
 
 // The process-wide cache of the catalogue service.
@@ -88,7 +89,7 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
   if (ioCache.last != nullptr && ioCache.last->first == iName) return ioCache.last->second;
   EnsureResolved(ioCache);
   const auto known = ioCache.catalogs.find(iName);
-  if (known != ioCache.catalogs.end()) {
+  if (known != ioCache.catalogs.end() && !known->second.transient) {
     ioCache.last = &*known;
     return known->second;
   }
@@ -101,9 +102,13 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
     kor_detail::FoundFile found = kor_detail::FindFirstReadable(ioCache.directories, relative);
     catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
     catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
+    catalog.transient = catalog.transient || found.transient;
   }
-  ioCache.last = &*ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first;
-  return ioCache.last->second;
+  // A catalogue whose search failed for now is kept only until the next
+  // lookup, which searches again.
+  auto& entry = *ioCache.catalogs.insert_or_assign(std::string(iName), std::move(catalog)).first;
+  ioCache.last = entry.second.transient ? nullptr : &entry;
+  return entry.second;
 }
 
 std::string LevelName(const std::string& iLanguage) {

@@ -9,8 +9,9 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <functional>
-#include <iterator>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,8 +26,8 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
     // cppcheck-suppress unusedStructMember
     std::string text;
   };
-  // One place of the key index: the key's hash, and 1 + the position of the
-  // key's last declaration (0 for a free place).
+  // One place of the key index: the key's hash, and 1 + the key's position
+  // (0 for a free place).
   struct Slot {
     std::uint32_t hash;
     std::uint32_t declaration;
@@ -37,16 +38,10 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
     return static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
   }
 
-  // The key of the declaration at iPosition (a view into keyText).
+  // The key at iPosition (a view into keyText).
   [[nodiscard]] std::string_view KeyOf(std::size_t iPosition) const noexcept {
     const std::size_t begin = iPosition == 0 ? 0 : keyEnds[iPosition - 1];
     return std::string_view(keyText.data() + begin, keyEnds[iPosition] - begin);
-  }
-
-  // Whether Find gives the declaration at iPosition for its key, that is
-  // whether no later declaration of the same key overrides it.
-  [[nodiscard]] bool IsLast(std::size_t iPosition) const noexcept {
-    return overridden.empty() || !overridden[iPosition];
   }
 
   // The place of iKey (whose hash is iHash) in the index, or the free place
@@ -61,33 +56,34 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   }
 
   KORResourceFile::State state = KORResourceFile::Absent;
+  // Whether the file could not be read for a reason that is not the file's.
+  bool transient = false;
   KORString fileName;
-  // Every well-formed declaration in file order, duplicates included, kept
-  // compact so that large files stay within the processor's caches: the keys
-  // one after the other in keyText (declaration i's key ends at keyEnds[i]
-  // and starts where the previous one ends), the values index for index.
+  // The distinct keys in the order of their first declaration, kept compact
+  // so that large files stay within the processor's caches: the keys one
+  // after the other in keyText (key i ends at keyEnds[i] and starts where the
+  // previous one ends), and the value of each key's last declaration, index
+  // for index. A key declared again replaces its value in place, so that a
+  // file of repeated declarations costs no more than one of each. The values
+  // are a deque: growing it never copies them, nor holds two copies at once.
   std::string keyText;
-  std::vector<std::size_t> keyEnds;
-  std::vector<KORUnicodeString> values;
-  // Key -> its last declaration: open addressing with linear probing, a
-  // power of two of places, at most half of them taken (none for a file
-  // without declarations).
+  std::vector<std::uint32_t> keyEnds;
+  std::deque<KORUnicodeString> values;
+  // Key -> its position: open addressing with linear probing, a power of two
+  // of places, at most half of them taken (none for a file without
+  // declarations).
   std::vector<Slot> slots;
-  std::size_t keyCount = 0;
-  // For each declaration, whether a later one of the same key overrides it;
-  // empty when no key is declared twice.
-  std::vector<bool> overridden;
-  // Positions of the first declaration of each key, in file order.
-  std::vector<std::uint32_t> firstDeclarations;
+  // The first problems met, in line order, and how many more there were.
   std::vector<Problem> problems;
-  // The position just after the declaration Find gave last: where Find looks
-  // first. Tables are mostly read in the order they are written, and that
-  // place is next to what the previous lookup touched, whereas the index
-  // place of a key is anywhere in a table that a large file makes larger
-  // than the caches. Any value is a valid guess, checked before use, so the
-  // threads that share the content may update it without ordering. On a
-  // cache line of its own, so that writing it does not take from the other
-  // threads the lines that they only read.
+  std::size_t problemsNotKept = 0;
+  // The position just after the key Find gave last: where Find looks first.
+  // Tables are mostly read in the order they are written, and that place is
+  // next to what the previous lookup touched, whereas the index place of a
+  // key is anywhere in a table that a large file makes larger than the
+  // caches. Any value is a valid guess, checked before use, so the threads
+  // that share the content may update it without ordering. On a cache line
+  // of its own, so that writing it does not take from the other threads the
+  // lines that they only read.
   alignas(64) mutable std::atomic<std::size_t> expected{0};
 };
 
@@ -105,7 +101,16 @@ std::string_view TrimBlanks(std::string_view iText) {
   return iText.substr(begin, end - begin);
 }
 
+// The largest file that is read, and the most problems kept for one file:
+// loading then takes at most about twice the file's size, whatever it holds.
+constexpr std::size_t kMaxFileSize = std::size_t{256} << 20;
+constexpr std::size_t kMaxProblemsKept = 100;
+
 void AddProblem(Content& ioContent, int iLine, std::string_view iReason) {
+  if (ioContent.problems.size() >= kMaxProblemsKept) {
+    ++ioContent.problemsNotKept;
+    return;
+  }
   std::string text(ioContent.fileName.View());
   if (iLine > 0) {
     text += ':';
@@ -157,14 +162,30 @@ std::string DecodeQuoted(std::string_view iQuoted, std::string& oValue) {
 }
 
 // The declarations of a file while it is parsed: the content they go into,
-// and the line of each, which only the report of a duplicate needs.
+// and the line of each key's last declaration, which only the report of a
+// duplicate needs.
 struct Declarations {
   Content& content;
   std::vector<int> lines;
   std::string scratch;  // a decoded quoted value
 };
 
-// Records the declaration iKey = iValue of line iNumber (iValue as read).
+// Doubles the key index (or makes its first places), keeping every key.
+void GrowIndex(Content& ioContent) {
+  const std::size_t places = ioContent.slots.empty() ? 8 : 2 * ioContent.slots.size();
+  std::vector<Content::Slot> old(places, Content::Slot{0, 0});
+  old.swap(ioContent.slots);
+  const std::size_t mask = places - 1;
+  for (const Content::Slot& slot : old) {
+    if (slot.declaration == 0) continue;
+    std::size_t place = slot.hash & mask;
+    while (ioContent.slots[place].declaration != 0) place = (place + 1) & mask;
+    ioContent.slots[place] = slot;
+  }
+}
+
+// Records the declaration iKey = iValue of line iNumber (iValue as read); a
+// key declared before gets the new value, and the duplicate is recorded.
 void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::string_view iValue,
                     int iNumber) {
   Content& content = ioDeclarations.content;
@@ -173,14 +194,31 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
   const bool ascii = std::all_of(iKey.begin(), iKey.end(), [](char iChar) {
     return static_cast<unsigned char>(iChar) < 0x80;
   });
-  if (ascii) {
-    content.keyText.append(iKey);
-  } else {
-    content.keyText.append(KORUnicodeString(iKey.data(), iKey.size()).View());
+  std::string sanitized;
+  if (!ascii) {
+    sanitized = std::string(KORUnicodeString(iKey.data(), iKey.size()).View());
+    iKey = sanitized;
   }
-  content.keyEnds.push_back(content.keyText.size());
+  if (2 * (content.values.size() + 1) > content.slots.size()) GrowIndex(content);
+  const std::uint32_t hash = Content::HashOf(iKey);
+  Content::Slot& slot = content.slots[content.PlaceOf(iKey, hash)];
+  if (slot.declaration != 0) {
+    const std::size_t position = slot.declaration - 1;
+    std::string reason("key \"");
+    reason.append(iKey)
+        .append("\" declared again (previously at line ")
+        .append(std::to_string(ioDeclarations.lines[position]))
+        .append("): the last declaration wins");
+    AddProblem(content, iNumber, reason);
+    content.values[position] = KORUnicodeString(iValue.data(), iValue.size());
+    ioDeclarations.lines[position] = iNumber;
+    return;
+  }
+  content.keyText.append(iKey);
+  content.keyEnds.push_back(static_cast<std::uint32_t>(content.keyText.size()));
   content.values.emplace_back(iValue.data(), iValue.size());
   ioDeclarations.lines.push_back(iNumber);
+  slot = {hash, static_cast<std::uint32_t>(content.values.size())};
 }
 
 // Parses one line (without its line end) into ioDeclarations.
@@ -220,78 +258,14 @@ void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber
   }
 }
 
-// Builds the key index once every declaration is in place; records
-// duplicates.
-void BuildIndex(Declarations& ioDeclarations) {
-  Content& content = ioDeclarations.content;
-  const std::size_t count = content.values.size();
-  content.firstDeclarations.reserve(count);
-  if (count > 0) {
-    std::size_t places = 8;
-    while (places < 2 * count) places *= 2;
-    content.slots.assign(places, Content::Slot{0, 0});
-  }
-  // The malformed lines were recorded in line order while parsing, and so are
-  // the duplicates here: one merge keeps the whole list in line order.
-  std::vector<Content::Problem> malformed;
-  malformed.swap(content.problems);
-  // The hashes first, in one pass over the keys; then the place of each key
-  // is fetched a few keys before it is needed, so that the cache misses of
-  // places spread over a large table overlap instead of following each other.
-  std::vector<std::uint32_t> hashes(count);
-  for (std::size_t position = 0; position < count; ++position) {
-    hashes[position] = Content::HashOf(content.KeyOf(position));
-  }
-  constexpr std::size_t kFetchAhead = 8;
-  const std::size_t mask = content.slots.size() - 1;
-  for (std::uint32_t position = 0; position < count; ++position) {
-    if (position + kFetchAhead < count) {
-      __builtin_prefetch(&content.slots[hashes[position + kFetchAhead] & mask]);
-    }
-    const std::string_view key = content.KeyOf(position);
-    Content::Slot& slot = content.slots[content.PlaceOf(key, hashes[position])];
-    if (slot.declaration == 0) {
-      slot = {hashes[position], position + 1};
-      ++content.keyCount;
-      content.firstDeclarations.push_back(position);
-      continue;
-    }
-    const int previous = ioDeclarations.lines[slot.declaration - 1];
-    std::string reason("key \"");
-    reason.append(key)
-        .append("\" declared again (previously at line ")
-        .append(std::to_string(previous))
-        .append("): the last declaration wins");
-    AddProblem(content, ioDeclarations.lines[position], reason);
-    if (content.overridden.empty()) content.overridden.resize(count);
-    content.overridden[slot.declaration - 1] = true;
-    slot.declaration = position + 1;
-  }
-  if (malformed.empty()) return;
-  std::vector<Content::Problem> duplicates;
-  duplicates.swap(content.problems);
-  content.problems.reserve(malformed.size() + duplicates.size());
-  std::merge(std::make_move_iterator(malformed.begin()), std::make_move_iterator(malformed.end()),
-             std::make_move_iterator(duplicates.begin()), std::make_move_iterator(duplicates.end()),
-             std::back_inserter(content.problems),
-             [](const Content::Problem& iLeft, const Content::Problem& iRight) {
-               return iLeft.line < iRight.line;
-             });
-}
-
 void ParseInto(Content& ioContent, std::string_view iText) {
   constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF");
   if (iText.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     iText.remove_prefix(kByteOrderMark.size());
   }
+  // Nothing is reserved ahead by line count: a file of blank lines or of
+  // malformed ones must cost nothing for its lines.
   Declarations declarations{ioContent, {}, {}};
-  // A line declares at most one key: reserving for every line spares the
-  // copies of growing, and pages reserved but never written cost no memory.
-  const std::size_t lines =
-      static_cast<std::size_t>(std::count(iText.begin(), iText.end(), '\n')) + 1;
-  ioContent.keyEnds.reserve(lines);
-  ioContent.values.reserve(lines);
-  declarations.lines.reserve(lines);
   int number = 0;
   while (!iText.empty()) {
     ++number;
@@ -304,13 +278,45 @@ void ParseInto(Content& ioContent, std::string_view iText) {
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     ParseLine(declarations, line, number);
   }
-  BuildIndex(declarations);
 }
 
-// Reads the whole regular file at iPath into oText. Returns an empty string
-// on success, else why it cannot be read; sets oAbsent when nothing is there.
-std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent) {
+// Whether the error iError of a system call says nothing about the file
+// itself: the process or the system lacks something for now, and a later
+// attempt may succeed.
+bool IsTransient(int iError, bool iReading) {
+  switch (iError) {
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+    case ENOBUFS:
+    case EAGAIN:
+    case EINTR:
+      return true;
+    case EIO:
+      return iReading;
+    default:
+      return false;
+  }
+}
+
+// Why a file cannot be read, for the error iError of a system call.
+std::string CannotBeRead(int iError, bool iReading, bool& oTransient) {
+  oTransient = IsTransient(iError, iReading);
+  if (oTransient) {
+    return std::string("cannot be read for now (") + std::strerror(iError) +
+           "): the failure is not the file's, and it is read again when next needed";
+  }
+  return std::string("cannot be read (") + std::strerror(iError) + ")";
+}
+
+// Reads the regular file at iPath into oText, up to the size it had when it
+// was opened (a file that grows while it is read is read no further).
+// Returns an empty string on success, else why it cannot be read; sets
+// oAbsent when nothing is there, oTransient when the failure is not the
+// file's.
+std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent, bool& oTransient) {
   oAbsent = false;
+  oTransient = false;
   // O_NONBLOCK: opening a FIFO must not wait for a writer.
   const int descriptor = ::open(iPath, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) {
@@ -319,28 +325,30 @@ std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent) 
       oAbsent = true;
       return "no such file";
     }
-    return std::string("cannot be read (") + std::strerror(error) + ")";
+    return CannotBeRead(error, false, oTransient);
   }
   std::string reason;
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) {
-    reason = std::string("cannot be read (") + std::strerror(errno) + ")";
+    reason = CannotBeRead(errno, false, oTransient);
   } else if (S_ISDIR(status.st_mode)) {
     reason = "is a directory, not a file";
   } else if (!S_ISREG(status.st_mode)) {
     reason = "is not a regular file";
+  } else if (static_cast<std::uintmax_t>(status.st_size) > kMaxFileSize) {
+    reason = "is too large to be read (" + std::to_string(status.st_size) +
+             " bytes; at most 256 MiB are read)";
   } else {
     oText.resize(static_cast<std::size_t>(status.st_size));
     std::size_t filled = 0;
-    while (true) {
-      if (filled == oText.size()) oText.resize(oText.size() + 65536);
+    while (filled < oText.size()) {
       const ssize_t count = ::read(descriptor, &oText[filled], oText.size() - filled);
       if (count < 0) {
         if (errno == EINTR) continue;
-        reason = std::string("cannot be read (") + std::strerror(errno) + ")";
+        reason = CannotBeRead(errno, true, oTransient);
         break;
       }
-      if (count == 0) break;
+      if (count == 0) break;  // the file shrank since it was opened
       filled += static_cast<std::size_t>(count);
     }
     oText.resize(filled);
@@ -362,17 +370,28 @@ KORResourceFile KORResourceFile::Load(const char* iPath) {
   auto content = std::make_shared<Content>();
   content->fileName = KORString(iPath);
   if (iPath == nullptr || *iPath == '\0') return KORResourceFile(std::move(content));
-  std::string text;
+  std::string reason;
   bool absent = false;
-  const std::string reason = ReadWholeFile(iPath, text, absent);
+  bool transient = false;
+  try {
+    std::string text;
+    reason = ReadWholeFile(iPath, text, absent, transient);
+    if (!absent && reason.empty()) {
+      content->state = Loaded;
+      ParseInto(*content, text);
+    }
+  } catch (const std::bad_alloc&) {
+    // What was parsed so far is dropped before the problem is recorded.
+    content = std::make_shared<Content>();
+    content->fileName = KORString(iPath);
+    reason = CannotBeRead(ENOMEM, true, transient);
+  }
   if (absent) {
     content->state = Absent;
   } else if (!reason.empty()) {
     content->state = Unreadable;
+    content->transient = transient;
     AddProblem(*content, 0, reason);
-  } else {
-    content->state = Loaded;
-    ParseInto(*content, text);
   }
   return KORResourceFile(std::move(content));
 }
@@ -380,6 +399,13 @@ KORResourceFile KORResourceFile::Load(const char* iPath) {
 KORResourceFile KORResourceFile::Parse(std::string_view iContent, const char* iFileName) {
   auto content = std::make_shared<Content>();
   content->fileName = KORString(iFileName);
+  if (iContent.size() > kMaxFileSize) {
+    content->state = Unreadable;
+    AddProblem(*content, 0,
+               "is too large to be read (" + std::to_string(iContent.size()) +
+                   " bytes; at most 256 MiB are read)");
+    return KORResourceFile(std::move(content));
+  }
   content->state = Loaded;
   ParseInto(*content, iContent);
   return KORResourceFile(std::move(content));
@@ -387,14 +413,16 @@ KORResourceFile KORResourceFile::Parse(std::string_view iContent, const char* iF
 
 KORResourceFile::State KORResourceFile::GetState() const noexcept { return _content->state; }
 
+bool KORResourceFile::IsTransientFailure() const noexcept { return _content->transient; }
+
 const KORString& KORResourceFile::GetFileName() const noexcept { return _content->fileName; }
 
-int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->keyCount); }
+int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->values.size()); }
 
 const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexcept {
   const Content& content = *_content;
   const std::size_t guess = content.expected.load(std::memory_order_relaxed);
-  if (guess < content.values.size() && content.IsLast(guess) && content.KeyOf(guess) == iKey) {
+  if (guess < content.values.size() && content.KeyOf(guess) == iKey) {
     content.expected.store(guess + 1, std::memory_order_relaxed);
     return &content.values[guess];
   }
@@ -408,7 +436,7 @@ const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexc
 
 KORListValKORUnicodeString KORResourceFile::GetKeys() const {
   KORListValKORUnicodeString keys;
-  for (const std::uint32_t position : _content->firstDeclarations) {
+  for (std::size_t position = 0; position < _content->keyEnds.size(); ++position) {
     const std::string_view key = _content->KeyOf(position);
     keys.Append(KORUnicodeString(key.data(), key.size()));
   }
@@ -419,6 +447,13 @@ KORListValKORUnicodeString KORResourceFile::GetProblems() const {
   KORListValKORUnicodeString problems;
   for (const Content::Problem& problem : _content->problems) {
     problems.Append(KORUnicodeString(problem.text.data(), problem.text.size()));
+  }
+  if (_content->problemsNotKept > 0) {
+    std::string rest(_content->fileName.View());
+    rest.append(": ").append(std::to_string(_content->problemsNotKept));
+    rest.append(_content->problemsNotKept == 1 ? " more problem not listed"
+                                               : " more problems not listed");
+    problems.Append(KORUnicodeString(rest.data(), rest.size()));
   }
   return problems;
 }

@@ -99,6 +99,10 @@ FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
         for (int i = 1; i <= problems.Size(); ++i) {
           found.skipped.emplace_back(problems[i].View());
         }
+        if (resource.IsTransientFailure()) {
+          found.transient = true;
+          return found;
+        }
         break;
       }
       case KORResourceFile::Absent:

@@ -1,0 +1,118 @@
+#include "FaultInjection.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <string>
+
+#include <gtest/gtest.h>
+
+DescriptorExhaustion::DescriptorExhaustion() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) {
+    ADD_FAILURE() << "getrlimit failed";
+    return;
+  }
+  _softLimit = limit.rlim_cur;
+  // A few more than the descriptors open now: cheap to fill.
+  int highest = 0;
+  for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+    if (::fcntl(descriptor, F_GETFD) != -1) highest = descriptor;
+  }
+  limit.rlim_cur = static_cast<rlim_t>(highest + 16);
+  if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) {
+    ADD_FAILURE() << "setrlimit failed";
+    return;
+  }
+  _held = true;
+  while (true) {
+    const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+      EXPECT_EQ(errno, EMFILE);
+      break;
+    }
+    _taken.push_back(descriptor);
+  }
+}
+
+DescriptorExhaustion::~DescriptorExhaustion() { Release(); }
+
+void DescriptorExhaustion::Release() {
+  if (!_held) return;
+  for (const int descriptor : _taken) ::close(descriptor);
+  _taken.clear();
+  rlimit limit{};
+  ::getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = static_cast<rlim_t>(_softLimit);
+  ::setrlimit(RLIMIT_NOFILE, &limit);
+  _held = false;
+}
+
+namespace {
+
+// The file that grows, by device and inode; a device of 0 when none.
+std::atomic<dev_t> gGrowingDevice{0};
+std::atomic<ino_t> gGrowingInode{0};
+std::string gGrowingPath;
+std::atomic<std::size_t> gGrown{0};
+std::size_t gMaxGrowth = 0;
+std::atomic<int> gNextKey{0};
+
+using ReadFunction = ssize_t (*)(int, void*, std::size_t);
+
+ReadFunction RealRead() {
+  static const ReadFunction real = reinterpret_cast<ReadFunction>(::dlsym(RTLD_NEXT, "read"));
+  return real;
+}
+
+// Appends about iBytes bytes of new declarations to the growing file.
+void Grow(std::size_t iBytes) {
+  std::string text;
+  while (text.size() < iBytes) {
+    text += "Grown" + std::to_string(gNextKey++) + " = appended while the file was read\n";
+  }
+  const int descriptor = ::open(gGrowingPath.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+  if (descriptor < 0) return;
+  if (::write(descriptor, text.data(), text.size()) > 0) gGrown += text.size();
+  ::close(descriptor);
+}
+
+}  // namespace
+
+// Interposes the C library's read for the whole test program.
+extern "C" __attribute__((visibility("default"))) ssize_t read(int iDescriptor, void* oBuffer,
+                                                               std::size_t iCount) {
+  const ssize_t count = RealRead()(iDescriptor, oBuffer, iCount);
+  if (count > 0 && gGrowingDevice.load() != 0 && gGrown.load() < gMaxGrowth) {
+    const int saved = errno;
+    struct stat status {};
+    if (::fstat(iDescriptor, &status) == 0 && status.st_dev == gGrowingDevice.load() &&
+        status.st_ino == gGrowingInode.load()) {
+      Grow(static_cast<std::size_t>(count));
+    }
+    errno = saved;
+  }
+  return count;
+}
+
+FileGrowth::FileGrowth(const std::string& iPath, std::size_t iMaxGrowth) {
+  struct stat status {};
+  if (::stat(iPath.c_str(), &status) != 0) {
+    ADD_FAILURE() << "no file " << iPath;
+    return;
+  }
+  gGrowingPath = iPath;
+  gMaxGrowth = iMaxGrowth;
+  gGrown = 0;
+  gGrowingInode = status.st_ino;
+  gGrowingDevice = status.st_dev;
+}
+
+FileGrowth::~FileGrowth() { gGrowingDevice = 0; }
+
+std::size_t FileGrowth::Grown() const { return gGrown.load(); }
