@@ -166,7 +166,7 @@ std::string DecodeQuoted(std::string_view iQuoted, std::string& oValue) {
 // duplicate needs.
 struct Declarations {
   Content& content;
-  std::vector<int> lines;
+  std::deque<int> lines;
   std::string scratch;  // a decoded quoted value
 };
 
@@ -258,26 +258,37 @@ void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber
   }
 }
 
-void ParseInto(Content& ioContent, std::string_view iText) {
+// Parses the lines of iText, numbering them from ioNumber + 1, and returns
+// how many bytes they took. When iFinal is false, the text after the last
+// line end is an unfinished line, left for the next call (with more text
+// after it); when true, it is the file's last line.
+std::size_t ParseLines(Declarations& ioDeclarations, std::string_view iText, int& ioNumber,
+                       bool iFinal) {
   constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF");
-  if (iText.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    iText.remove_prefix(kByteOrderMark.size());
+  std::size_t consumed = 0;
+  while (consumed < iText.size()) {
+    const std::string_view rest = iText.substr(consumed);
+    const void* newline = std::memchr(rest.data(), '\n', rest.size());
+    if (newline == nullptr && !iFinal) break;
+    const std::size_t length =
+        newline ? static_cast<std::size_t>(static_cast<const char*>(newline) - rest.data())
+                : rest.size();
+    std::string_view line = rest.substr(0, length);
+    consumed += newline ? length + 1 : length;
+    ++ioNumber;
+    if (ioNumber == 1 && line.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+      line.remove_prefix(kByteOrderMark.size());
+    }
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    ParseLine(ioDeclarations, line, ioNumber);
   }
-  // Nothing is reserved ahead by line count: a file of blank lines or of
-  // malformed ones must cost nothing for its lines.
+  return consumed;
+}
+
+void ParseInto(Content& ioContent, std::string_view iText) {
   Declarations declarations{ioContent, {}, {}};
   int number = 0;
-  while (!iText.empty()) {
-    ++number;
-    const void* newline = std::memchr(iText.data(), '\n', iText.size());
-    const std::size_t length =
-        newline ? static_cast<std::size_t>(static_cast<const char*>(newline) - iText.data())
-                : iText.size();
-    std::string_view line = iText.substr(0, length);
-    iText.remove_prefix(newline ? length + 1 : length);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    ParseLine(declarations, line, number);
-  }
+  (void)ParseLines(declarations, iText, number, true);
 }
 
 // Whether the error iError of a system call says nothing about the file
@@ -309,12 +320,49 @@ std::string CannotBeRead(int iError, bool iReading, bool& oTransient) {
   return std::string("cannot be read (") + std::strerror(iError) + ")";
 }
 
-// Reads the regular file at iPath into oText, up to the size it had when it
-// was opened (a file that grows while it is read is read no further).
-// Returns an empty string on success, else why it cannot be read; sets
-// oAbsent when nothing is there, oTransient when the failure is not the
+// Reads the iSize bytes of the open file iDescriptor (fewer if it shrinks,
+// never more if it grows) and parses them into ioContent, a piece at a time:
+// only an unfinished line is kept from one piece to the next, so that the
+// file's text is never held whole beside what it declares. Returns an empty
+// string on success, else why the file cannot be read (oTransient when that
+// is not the file's failure).
+std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent, bool& oTransient) {
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
+  Declarations declarations{ioContent, {}, {}};
+  int number = 0;
+  std::string buffer(std::min(iSize, kPiece), '\0');
+  std::size_t carried = 0;  // the unfinished line at the start of buffer
+  std::size_t remaining = iSize;
+  while (remaining > 0) {
+    if (carried == buffer.size()) {
+      // One line fills the buffer: room for more of it, never beyond what
+      // is left of the file.
+      buffer.resize(std::min(2 * buffer.size(), carried + remaining));
+    }
+    const ssize_t count =
+        ::read(iDescriptor, &buffer[carried], std::min(buffer.size() - carried, remaining));
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      return CannotBeRead(errno, true, oTransient);
+    }
+    if (count == 0) break;  // the file shrank since it was opened
+    remaining -= static_cast<std::size_t>(count);
+    const std::string_view text(buffer.data(), carried + static_cast<std::size_t>(count));
+    const std::size_t consumed = ParseLines(declarations, text, number, remaining == 0);
+    carried = text.size() - consumed;
+    if (carried > 0 && consumed > 0) std::memmove(&buffer[0], &buffer[consumed], carried);
+  }
+  if (carried > 0)
+    (void)ParseLines(declarations, std::string_view(buffer.data(), carried), number, true);
+  return std::string();
+}
+
+// Reads and parses the regular file at iPath into ioContent, up to the size
+// it had when it was opened (a file that grows while it is read is read no
+// further). Returns an empty string on success, else why it cannot be read;
+// sets oAbsent when nothing is there, oTransient when the failure is not the
 // file's.
-std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent, bool& oTransient) {
+std::string LoadFile(const char* iPath, Content& ioContent, bool& oAbsent, bool& oTransient) {
   oAbsent = false;
   oTransient = false;
   // O_NONBLOCK: opening a FIFO must not wait for a writer.
@@ -339,19 +387,9 @@ std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent, 
     reason = "is too large to be read (" + std::to_string(status.st_size) +
              " bytes; at most 256 MiB are read)";
   } else {
-    oText.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t filled = 0;
-    while (filled < oText.size()) {
-      const ssize_t count = ::read(descriptor, &oText[filled], oText.size() - filled);
-      if (count < 0) {
-        if (errno == EINTR) continue;
-        reason = CannotBeRead(errno, true, oTransient);
-        break;
-      }
-      if (count == 0) break;  // the file shrank since it was opened
-      filled += static_cast<std::size_t>(count);
-    }
-    oText.resize(filled);
+    ioContent.state = KORResourceFile::Loaded;
+    reason =
+        ReadAndParse(descriptor, static_cast<std::size_t>(status.st_size), ioContent, oTransient);
   }
   ::close(descriptor);
   return reason;
@@ -374,21 +412,16 @@ KORResourceFile KORResourceFile::Load(const char* iPath) {
   bool absent = false;
   bool transient = false;
   try {
-    std::string text;
-    reason = ReadWholeFile(iPath, text, absent, transient);
-    if (!absent && reason.empty()) {
-      content->state = Loaded;
-      ParseInto(*content, text);
-    }
+    reason = LoadFile(iPath, *content, absent, transient);
   } catch (const std::bad_alloc&) {
-    // What was parsed so far is dropped before the problem is recorded.
-    content = std::make_shared<Content>();
-    content->fileName = KORString(iPath);
     reason = CannotBeRead(ENOMEM, true, transient);
   }
   if (absent) {
     content->state = Absent;
   } else if (!reason.empty()) {
+    // What was parsed before the failure is dropped: nothing of it is used.
+    content = std::make_shared<Content>();
+    content->fileName = KORString(iPath);
     content->state = Unreadable;
     content->transient = transient;
     AddProblem(*content, 0, reason);

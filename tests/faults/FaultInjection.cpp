@@ -63,6 +63,18 @@ std::atomic<std::size_t> gGrown{0};
 std::size_t gMaxGrowth = 0;
 std::atomic<int> gNextKey{0};
 
+// The file whose reads fail, and with which error; a device of 0 when none.
+std::atomic<dev_t> gFailingDevice{0};
+std::atomic<ino_t> gFailingInode{0};
+std::atomic<int> gFailingError{0};
+
+// Whether iDescriptor is the file of iDevice and iInode.
+bool IsFile(int iDescriptor, dev_t iDevice, ino_t iInode) {
+  struct stat status {};
+  return iDevice != 0 && ::fstat(iDescriptor, &status) == 0 && status.st_dev == iDevice &&
+         status.st_ino == iInode;
+}
+
 using ReadFunction = ssize_t (*)(int, void*, std::size_t);
 
 ReadFunction RealRead() {
@@ -87,6 +99,11 @@ void Grow(std::size_t iBytes) {
 // Interposes the C library's read for the whole test program.
 extern "C" __attribute__((visibility("default"))) ssize_t read(int iDescriptor, void* oBuffer,
                                                                std::size_t iCount) {
+  if (gFailingDevice.load() != 0 &&
+      IsFile(iDescriptor, gFailingDevice.load(), gFailingInode.load())) {
+    errno = gFailingError.load();
+    return -1;
+  }
   const ssize_t count = RealRead()(iDescriptor, oBuffer, iCount);
   if (count > 0 && gGrowingDevice.load() != 0 && gGrown.load() < gMaxGrowth) {
     const int saved = errno;
@@ -116,3 +133,16 @@ FileGrowth::FileGrowth(const std::string& iPath, std::size_t iMaxGrowth) {
 FileGrowth::~FileGrowth() { gGrowingDevice = 0; }
 
 std::size_t FileGrowth::Grown() const { return gGrown.load(); }
+
+ReadFailure::ReadFailure(const std::string& iPath, int iError) {
+  struct stat status {};
+  if (::stat(iPath.c_str(), &status) != 0) {
+    ADD_FAILURE() << "no file " << iPath;
+    return;
+  }
+  gFailingError = iError;
+  gFailingInode = status.st_ino;
+  gFailingDevice = status.st_dev;
+}
+
+ReadFailure::~ReadFailure() { gFailingDevice = 0; }

@@ -44,4 +44,14 @@ class FileGrowth {
   [[nodiscard]] std::size_t Grown() const;
 };
 
+// While it lives, every read(2) of the file iPath by anyone in the process
+// fails with iError.
+class ReadFailure {
+ public:
+  ReadFailure(const std::string& iPath, int iError);
+  ~ReadFailure();
+  ReadFailure(const ReadFailure&) = delete;
+  ReadFailure& operator=(const ReadFailure&) = delete;
+};
+
 #endif

@@ -68,3 +68,36 @@ TEST(KORResourceFileLimits, ReadingStopsAtTheSizeTheFileHadWhenOpened) {
   EXPECT_EQ(file.GetSize(), 1000);
   EXPECT_EQ(file.Find("Grown0"), nullptr);
 }
+
+TEST(KORResourceFileLimits, FileReadInPiecesGivesWhatItsTextGives) {
+  // Lines of every length cross the boundaries of the pieces a file is read
+  // in (a megabyte), CRLF and a byte-order mark included, and one value is
+  // longer than a piece.
+  std::string text(
+      "\xEF\xBB\xBF"
+      "First = 1\r\n");
+  for (int i = 0; text.size() < (std::size_t{5} << 20); ++i) {
+    text += "Key" + std::to_string(i) + " = " + std::string(static_cast<std::size_t>(i % 300), 'v');
+    text += i % 7 == 0 ? "\r\n" : "\n";
+    if (i % 1000 == 0) text += "malformed line " + std::to_string(i) + "\n";
+    if (i == 20000) text += "Long = " + std::string(std::size_t{3} << 20, 'L') + "\n";
+  }
+  text += "Last = no line end";
+  TemporaryDirectory directory;
+  const std::string path = directory.Write("pieces.msgcat", text);
+  const KORResourceFile loaded = KORResourceFile::Load(path.c_str());
+  const KORResourceFile parsed = KORResourceFile::Parse(text, path.c_str());
+  ASSERT_EQ(loaded.GetState(), KORResourceFile::Loaded);
+  ASSERT_EQ(loaded.GetSize(), parsed.GetSize());
+  EXPECT_EQ(ProblemsOf(loaded), ProblemsOf(parsed));
+  const KORListValKORUnicodeString keys = loaded.GetKeys();
+  ASSERT_TRUE(keys == parsed.GetKeys());
+  for (int i = 1; i <= keys.Size(); ++i) {
+    const KORUnicodeString* value = loaded.Find(keys[i].View());
+    ASSERT_NE(value, nullptr) << keys[i].View();
+    ASSERT_TRUE(*value == *parsed.Find(keys[i].View())) << keys[i].View();
+  }
+  EXPECT_EQ(loaded.Find("Long")->GetLengthInChar(), 3 << 20);
+  EXPECT_EQ(std::string(loaded.Find("Last")->View()), "no line end");
+  EXPECT_EQ(std::string(loaded.Find("First")->View()), "1");
+}

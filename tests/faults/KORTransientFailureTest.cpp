@@ -2,6 +2,7 @@
 // remembered as the file's absence: the next lookup tries again.
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <string>
 
@@ -60,6 +61,27 @@ TEST_F(TransientFailure, LoadOfAFileWithoutFreeDescriptorIsUnreadableForNow) {
   EXPECT_NE(ProblemsOf(file).find(path + ": cannot be read for now (Too many open files)"),
             std::string::npos)
       << ProblemsOf(file);
+}
+
+TEST_F(TransientFailure, FailedReadIsUnreadableForNowWithItsReason) {
+  const std::string path = directory.PathOf("msgcatalog/Tool.msgcat");
+  ReadFailure failure(path, EIO);
+  const KORResourceFile file = KORResourceFile::Load(path.c_str());
+  EXPECT_EQ(file.GetState(), KORResourceFile::Unreadable);
+  EXPECT_TRUE(file.IsTransientFailure());
+  EXPECT_EQ(file.GetSize(), 0);
+  EXPECT_EQ(ProblemsOf(file), path +
+                                  ": cannot be read for now (Input/output error): the failure is "
+                                  "not the file's, and it is read again when next needed\n");
+}
+
+TEST_F(TransientFailure, CatalogueWhoseReadFailedIsReadAgainByTheNextLookup) {
+  {
+    ReadFailure failure(directory.PathOf("msgcatalog/Tool.msgcat"), EIO);
+    const std::string failed = Lookup("Tool", "Greeting.Msg");
+    EXPECT_NE(failed.find("Input/output error"), std::string::npos) << failed;
+  }
+  EXPECT_EQ(Lookup("Tool", "Greeting.Msg"), "Hello");
 }
 
 TEST_F(TransientFailure, UnreadableFileForItsOwnReasonIsNotTransient) {
