@@ -11,6 +11,7 @@
 #include <cstring>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -59,16 +60,56 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   // Whether the file could not be read for a reason that is not the file's.
   bool transient = false;
   KORString fileName;
+  // The value of the key at iPosition as a platform string, made on the
+  // first request (most keys of a large file are never asked for) and kept:
+  // the pointer stays valid as long as the content lives. Null when memory
+  // runs out.
+  [[nodiscard]] const KORUnicodeString* TextOf(std::size_t iPosition) const noexcept {
+    std::atomic<const KORUnicodeString*>& made = texts[iPosition];
+    const KORUnicodeString* text = made.load(std::memory_order_acquire);
+    if (text != nullptr) return text;
+    const Value& value = values[iPosition];
+    const KORUnicodeString* mine =
+        new (std::nothrow) KORUnicodeString(valueText.data() + value.begin, value.length);
+    if (mine == nullptr) return nullptr;
+    // Threads sharing the content may race to make it: the first one wins.
+    if (made.compare_exchange_strong(text, mine, std::memory_order_acq_rel,
+                                     std::memory_order_acquire)) {
+      return mine;
+    }
+    delete mine;
+    return text;
+  }
+
+  ResourceFileContent() = default;
+  ResourceFileContent(const ResourceFileContent&) = delete;
+  ResourceFileContent& operator=(const ResourceFileContent&) = delete;
+  ~ResourceFileContent() {
+    for (std::size_t i = 0; i < values.size() && texts; ++i) delete texts[i].load();
+  }
+
+  // Where a value's bytes are in valueText.
+  struct Value {
+    std::uint32_t begin;
+    std::uint32_t length;
+  };
+
   // The distinct keys in the order of their first declaration, kept compact
-  // so that large files stay within the processor's caches: the keys one
-  // after the other in keyText (key i ends at keyEnds[i] and starts where the
-  // previous one ends), and the value of each key's last declaration, index
-  // for index. A key declared again replaces its value in place, so that a
-  // file of repeated declarations costs no more than one of each. The values
-  // are a deque: growing it never copies them, nor holds two copies at once.
+  // so that large files stay within the processor's caches and take little
+  // more memory than their text: the keys one after the other in keyText
+  // (key i ends at keyEnds[i] and starts where the previous one ends), and
+  // the bytes of each key's last value in valueText, index for index. A key
+  // declared again gets its new value in the place of the old one when it
+  // fits, so that a file of repeated declarations costs no more than one of
+  // each. The platform strings that Find hands out are made from those bytes
+  // on first request.
   std::string keyText;
   std::vector<std::uint32_t> keyEnds;
-  std::deque<KORUnicodeString> values;
+  std::string valueText;
+  std::vector<Value> values;
+  // The value of each key once made (null until then); sized when the
+  // content is complete.
+  mutable std::unique_ptr<std::atomic<const KORUnicodeString*>[]> texts;
   // Key -> its position: open addressing with linear probing, a power of two
   // of places, at most half of them taken (none for a file without
   // declarations).
@@ -210,13 +251,23 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
         .append(std::to_string(ioDeclarations.lines[position]))
         .append("): the last declaration wins");
     AddProblem(content, iNumber, reason);
-    content.values[position] = KORUnicodeString(iValue.data(), iValue.size());
+    Content::Value& value = content.values[position];
+    if (iValue.size() <= value.length) {
+      content.valueText.replace(value.begin, iValue.size(), iValue);
+      value.length = static_cast<std::uint32_t>(iValue.size());
+    } else {
+      value = {static_cast<std::uint32_t>(content.valueText.size()),
+               static_cast<std::uint32_t>(iValue.size())};
+      content.valueText.append(iValue);
+    }
     ioDeclarations.lines[position] = iNumber;
     return;
   }
   content.keyText.append(iKey);
   content.keyEnds.push_back(static_cast<std::uint32_t>(content.keyText.size()));
-  content.values.emplace_back(iValue.data(), iValue.size());
+  content.values.push_back({static_cast<std::uint32_t>(content.valueText.size()),
+                            static_cast<std::uint32_t>(iValue.size())});
+  content.valueText.append(iValue);
   ioDeclarations.lines.push_back(iNumber);
   slot = {hash, static_cast<std::uint32_t>(content.values.size())};
 }
@@ -285,10 +336,26 @@ std::size_t ParseLines(Declarations& ioDeclarations, std::string_view iText, int
   return consumed;
 }
 
+// Makes room for the text of a file of iSize bytes: its keys and values never
+// take more (room that is not written costs no memory), so that they are
+// never copied to grow.
+void Prepare(Content& ioContent, std::size_t iSize) {
+  ioContent.keyText.reserve(iSize);
+  ioContent.valueText.reserve(iSize);
+}
+
+// Completes the content once every line is parsed.
+void Complete(Content& ioContent) {
+  ioContent.texts =
+      std::make_unique<std::atomic<const KORUnicodeString*>[]>(ioContent.values.size());
+}
+
 void ParseInto(Content& ioContent, std::string_view iText) {
+  Prepare(ioContent, iText.size());
   Declarations declarations{ioContent, {}, {}};
   int number = 0;
   (void)ParseLines(declarations, iText, number, true);
+  Complete(ioContent);
 }
 
 // Whether the error iError of a system call says nothing about the file
@@ -328,6 +395,7 @@ std::string CannotBeRead(int iError, bool iReading, bool& oTransient) {
 // is not the file's failure).
 std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent, bool& oTransient) {
   constexpr std::size_t kPiece = std::size_t{1} << 20;
+  Prepare(ioContent, iSize);
   Declarations declarations{ioContent, {}, {}};
   int number = 0;
   std::string buffer(std::min(iSize, kPiece), '\0');
@@ -352,8 +420,10 @@ std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent,
     carried = text.size() - consumed;
     if (carried > 0 && consumed > 0) std::memmove(&buffer[0], &buffer[consumed], carried);
   }
-  if (carried > 0)
+  if (carried > 0) {
     (void)ParseLines(declarations, std::string_view(buffer.data(), carried), number, true);
+  }
+  Complete(ioContent);
   return std::string();
 }
 
@@ -457,14 +527,14 @@ const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexc
   const std::size_t guess = content.expected.load(std::memory_order_relaxed);
   if (guess < content.values.size() && content.KeyOf(guess) == iKey) {
     content.expected.store(guess + 1, std::memory_order_relaxed);
-    return &content.values[guess];
+    return content.TextOf(guess);
   }
   if (content.slots.empty()) return nullptr;
   const std::uint32_t declaration =
       content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
   if (declaration == 0) return nullptr;
   content.expected.store(declaration, std::memory_order_relaxed);
-  return &content.values[declaration - 1];
+  return content.TextOf(declaration - 1);
 }
 
 KORListValKORUnicodeString KORResourceFile::GetKeys() const {

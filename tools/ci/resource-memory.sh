@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Peak memory of loading large resource files: 10 MB message catalogues of
-# blank lines, of malformed lines and of one key declared again and again,
+# blank lines, of malformed lines, of one key declared again and again and of
+# distinct keys (lines of about 20 bytes),
 # each read by `lumsess show` (one catalogue lookup) and `lumsess check`
 # (every file, every problem). Fails when a run's peak resident set is above
 # twice the file's size plus 16 MB, or when a run fails.
@@ -35,9 +36,13 @@ make_catalogue() {
 make_catalogue blank-lines ''
 make_catalogue malformed-lines 'a line without an equal sign'
 make_catalogue duplicate-keys 'TypeGraph.Msg = Graph'
+make_catalogue distinct-keys ''
+awk -v size="$size" 'BEGIN { for (i = 0; total + 20 <= size; i++) {
+    line = sprintf("Key%d = value %d", i, i); total += length(line) + 1; print line } }' \
+  >"$work/distinct-keys/msgcatalog/KORLumSessionFile.msgcat"
 
 failed=0
-for case in blank-lines malformed-lines duplicate-keys; do
+for case in blank-lines malformed-lines duplicate-keys distinct-keys; do
   for command in show check; do
     arguments=(--config "$work/$case" "$command")
     [[ $command == show ]] && arguments+=(--file /data/a.hub)
