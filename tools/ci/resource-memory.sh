@@ -34,7 +34,7 @@ make_catalogue() {
 }
 
 make_catalogue blank-lines ''
-make_catalogue malformed-lines 'a line without an equal sign'
+make_catalogue malformed-lines 'x'   # the shortest malformed line: the most problems
 make_catalogue duplicate-keys 'TypeGraph.Msg = Graph'
 make_catalogue distinct-keys ''
 awk -v size="$size" 'BEGIN { for (i = 0; total + 20 <= size; i++) {
