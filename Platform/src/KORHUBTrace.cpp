@@ -80,8 +80,6 @@ class TraceSink {
       ended.append(1, '\n').append(iLine);
       text = ended;
     }
-    struct stat status {};
-    const bool regular = ::fstat(iDescriptor, &status) == 0 && S_ISREG(status.st_mode);
     std::size_t written = 0;
     while (written < text.size()) {
       const ssize_t count = ::write(iDescriptor, text.data() + written, text.size() - written);
@@ -94,13 +92,16 @@ class TraceSink {
       return;
     }
     if (written == 0) return;
-    // Part of the line went out. A file (appended to by nobody else in the
-    // meantime) gets back the size it had; anywhere else the next line
-    // starts with a line end of its own.
-    struct stat after {};
-    if (regular && ::fstat(iDescriptor, &after) == 0 &&
-        after.st_size == status.st_size + static_cast<off_t>(written) &&
-        ::ftruncate(iDescriptor, status.st_size) == 0) {
+    // Part of the line went out. A file written at its end gets back the
+    // size it had before; anywhere else the next line starts with a line end
+    // of its own.
+    struct stat status {};
+    const off_t before = ::fstat(iDescriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+                                 ::lseek(iDescriptor, 0, SEEK_CUR) == status.st_size
+                             ? status.st_size - static_cast<off_t>(written)
+                             : -1;
+    if (before >= 0 && ::ftruncate(iDescriptor, before) == 0 &&
+        ::lseek(iDescriptor, before, SEEK_SET) == before) {
       return;
     }
     _unfinished = true;
