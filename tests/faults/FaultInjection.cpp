@@ -2,56 +2,15 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdarg>
 #include <string>
 
 #include <gtest/gtest.h>
-
-DescriptorExhaustion::DescriptorExhaustion() {
-  rlimit limit{};
-  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) {
-    ADD_FAILURE() << "getrlimit failed";
-    return;
-  }
-  _softLimit = limit.rlim_cur;
-  // A few more than the descriptors open now: cheap to fill.
-  int highest = 0;
-  for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-    if (::fcntl(descriptor, F_GETFD) != -1) highest = descriptor;
-  }
-  limit.rlim_cur = static_cast<rlim_t>(highest + 16);
-  if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) {
-    ADD_FAILURE() << "setrlimit failed";
-    return;
-  }
-  _held = true;
-  while (true) {
-    const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-      EXPECT_EQ(errno, EMFILE);
-      break;
-    }
-    _taken.push_back(descriptor);
-  }
-}
-
-DescriptorExhaustion::~DescriptorExhaustion() { Release(); }
-
-void DescriptorExhaustion::Release() {
-  if (!_held) return;
-  for (const int descriptor : _taken) ::close(descriptor);
-  _taken.clear();
-  rlimit limit{};
-  ::getrlimit(RLIMIT_NOFILE, &limit);
-  limit.rlim_cur = static_cast<rlim_t>(_softLimit);
-  ::setrlimit(RLIMIT_NOFILE, &limit);
-  _held = false;
-}
 
 namespace {
 
@@ -75,6 +34,17 @@ bool IsFile(int iDescriptor, dev_t iDevice, ino_t iInode) {
          status.st_ino == iInode;
 }
 
+// The path whose opening fails, and with which error; empty when none.
+std::string gFailingPath;
+std::atomic<int> gOpenError{0};
+
+using OpenFunction = int (*)(const char*, int, ...);
+
+OpenFunction RealOpen() {
+  static const OpenFunction real = reinterpret_cast<OpenFunction>(::dlsym(RTLD_NEXT, "open"));
+  return real;
+}
+
 using ReadFunction = ssize_t (*)(int, void*, std::size_t);
 
 ReadFunction RealRead() {
@@ -95,6 +65,22 @@ void Grow(std::size_t iBytes) {
 }
 
 }  // namespace
+
+// Interposes the C library's open for the whole test program.
+extern "C" __attribute__((visibility("default"))) int open(const char* iPath, int iFlags, ...) {
+  mode_t mode = 0;
+  if ((iFlags & O_CREAT) != 0 || (iFlags & O_TMPFILE) == O_TMPFILE) {
+    va_list arguments;
+    va_start(arguments, iFlags);
+    mode = static_cast<mode_t>(va_arg(arguments, int));
+    va_end(arguments);
+  }
+  if (gOpenError.load() != 0 && gFailingPath == iPath) {
+    errno = gOpenError.load();
+    return -1;
+  }
+  return RealOpen()(iPath, iFlags, mode);
+}
 
 // Interposes the C library's read for the whole test program.
 extern "C" __attribute__((visibility("default"))) ssize_t read(int iDescriptor, void* oBuffer,
@@ -146,3 +132,10 @@ ReadFailure::ReadFailure(const std::string& iPath, int iError) {
 }
 
 ReadFailure::~ReadFailure() { gFailingDevice = 0; }
+
+OpenFailure::OpenFailure(const std::string& iPath, int iError) {
+  gFailingPath = iPath;
+  gOpenError = iError;
+}
+
+OpenFailure::~OpenFailure() { gOpenError = 0; }

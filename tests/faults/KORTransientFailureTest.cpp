@@ -1,5 +1,7 @@
-// A failure that says nothing about the file (too many open files) is not
-// remembered as the file's absence: the next lookup tries again.
+// A failure that says nothing about the file (too many open files, a failed
+// read) is not remembered as the file's absence: the next lookup tries
+// again. The faults are injected: opening the file fails with EMFILE, as
+// when every descriptor is in use, or reading it fails with EIO.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -53,9 +55,8 @@ class TransientFailure : public testing::Test {
 
 TEST_F(TransientFailure, LoadOfAFileWithoutFreeDescriptorIsUnreadableForNow) {
   const std::string path = directory.PathOf("msgcatalog/Tool.msgcat");
-  DescriptorExhaustion exhaustion;
+  const OpenFailure failure(path, EMFILE);
   const KORResourceFile file = KORResourceFile::Load(path.c_str());
-  exhaustion.Release();
   EXPECT_EQ(file.GetState(), KORResourceFile::Unreadable);
   EXPECT_TRUE(file.IsTransientFailure());
   EXPECT_NE(ProblemsOf(file).find(path + ": cannot be read for now (Too many open files)"),
@@ -94,9 +95,8 @@ TEST_F(TransientFailure, UnreadableFileForItsOwnReasonIsNotTransient) {
 
 TEST_F(TransientFailure, CatalogueLookupWithoutFreeDescriptorIsTriedAgainAfterwards) {
   {
-    DescriptorExhaustion exhaustion;
+    const OpenFailure failure(directory.PathOf("msgcatalog/Tool.msgcat"), EMFILE);
     const std::string failed = Lookup("Tool", "Greeting.Msg");
-    exhaustion.Release();
     EXPECT_NE(failed.find("<raised: "), std::string::npos) << failed;
     // The diagnostic names the reason, not only "no catalogue file".
     EXPECT_NE(failed.find("Too many open files"), std::string::npos) << failed;
@@ -105,19 +105,35 @@ TEST_F(TransientFailure, CatalogueLookupWithoutFreeDescriptorIsTriedAgainAfterwa
 }
 
 TEST_F(TransientFailure, CatalogueProblemsNameTheReasonWhileItLasts) {
-  DescriptorExhaustion exhaustion;
   const KORMsgCatalog catalog("Tool");
-  const KORListValKORUnicodeString problems = catalog.GetProblems();
-  exhaustion.Release();
+  KORListValKORUnicodeString problems;
+  {
+    const OpenFailure failure(directory.PathOf("msgcatalog/Tool.msgcat"), EMFILE);
+    problems = catalog.GetProblems();
+  }
   ASSERT_EQ(problems.Size(), 1);
   EXPECT_NE(std::string(problems[1].View()).find("Too many open files"), std::string::npos)
       << problems[1].View();
   EXPECT_EQ(catalog.GetProblems().Size(), 0);
 }
 
+TEST_F(TransientFailure, LaterDirectoryNeverStandsInForAFileThatFailedForNow) {
+  // The first directory's catalogue takes precedence: while it cannot be
+  // opened, the second directory's is not taken (and then kept) instead.
+  directory.Write("other/Tool.msgcat", "Greeting.Msg = Hello from elsewhere\n");
+  const std::string path = directory.PathOf("msgcatalog") + ":" + directory.PathOf("other");
+  setenv("KOR_MSGCATALOG_PATH", path.c_str(), 1);
+  KORMsgCatalog::FlushCache();
+  {
+    const OpenFailure failure(directory.PathOf("msgcatalog/Tool.msgcat"), EMFILE);
+    EXPECT_NE(Lookup("Tool", "Greeting.Msg").find("<raised: "), std::string::npos);
+  }
+  EXPECT_EQ(Lookup("Tool", "Greeting.Msg"), "Hello");
+}
+
 TEST_F(TransientFailure, DeclarationResourceWithoutFreeDescriptorIsLoadedByTheNextCall) {
   {
-    DescriptorExhaustion exhaustion;
+    const OpenFailure failure(directory.PathOf("dcls/KORBRIX.dcls"), EMFILE);
     EXPECT_NE(KORLumPool::LoadPool("KORBRIX"), 0);
   }
   EXPECT_EQ(KORLumPool::LoadPool("KORBRIX"), 0);
