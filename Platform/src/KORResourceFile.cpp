@@ -21,12 +21,6 @@
 // member): it keeps the guess that every lookup writes apart from what the
 // lookups only read.
 struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.performance.Padding)
-  struct Problem {
-    int line;  // 0 for a problem of the whole file
-    // Read by Problems(); cppcheck misses reads through a range-for.
-    // cppcheck-suppress unusedStructMember
-    std::string text;
-  };
   // One place of the key index: the key's hash, and 1 + the key's position
   // (0 for a free place).
   struct Slot {
@@ -115,7 +109,7 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   // declarations).
   std::vector<Slot> slots;
   // The first problems met, in line order, and how many more there were.
-  std::vector<Problem> problems;
+  std::vector<std::string> problems;
   std::size_t problemsNotKept = 0;
   // The position just after the key Find gave last: where Find looks first.
   // Tables are mostly read in the order they are written, and that place is
@@ -159,7 +153,7 @@ void AddProblem(Content& ioContent, int iLine, std::string_view iReason) {
   }
   text += ": ";
   text += iReason;
-  ioContent.problems.push_back({iLine, std::move(text)});
+  ioContent.problems.push_back(std::move(text));
 }
 
 // Decodes the quoted value iQuoted (which starts with '"') into oValue.
@@ -548,8 +542,8 @@ KORListValKORUnicodeString KORResourceFile::GetKeys() const {
 
 KORListValKORUnicodeString KORResourceFile::GetProblems() const {
   KORListValKORUnicodeString problems;
-  for (const Content::Problem& problem : _content->problems) {
-    problems.Append(KORUnicodeString(problem.text.data(), problem.text.size()));
+  for (const std::string& problem : _content->problems) {
+    problems.Append(KORUnicodeString(problem.data(), problem.size()));
   }
   if (_content->problemsNotKept > 0) {
     std::string rest(_content->fileName.View());
