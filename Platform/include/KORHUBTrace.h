@@ -15,8 +15,13 @@
 //
 // Control: tracing is off unless the environment variable KORHUB_TRACE holds a
 // non-empty value other than "0" when the first scope opens. Lines go to
-// standard error, or are appended to the file named by KORHUB_TRACE_FILE.
-// SetActive and SetOutput override the environment at any time.
+// standard error, or are appended to the file named by KORHUB_TRACE_FILE
+// (opened close-on-exec; when it cannot be opened, the lines stay on standard
+// error). SetActive and SetOutput override the environment at any time.
+//
+// Failed writes: a failed or short write never stops tracing. A line is
+// written whole or not at all, the next line starts on a line of its own, and
+// later lines are written as soon as the destination accepts them again.
 //
 // Cost: opening and closing a scope allocates nothing, takes no lock and does
 // no I/O: it stores the label and counts the scopes open on the thread. The

@@ -24,7 +24,13 @@
 //     read. Bytes that are not valid UTF-8 become U+FFFD; the line is kept.
 //   - A key declared twice: the last declaration wins.
 // Every problem met is recorded as "file:line: reason" (or "file: reason" for
-// a file that cannot be read) for the tools that show them.
+// a file that cannot be read) for the tools that show them; the first 100 are
+// kept, followed by one "file: N more problems not listed".
+//
+// Size and memory: files up to 256 MiB are read; a larger one is Unreadable
+// and its problem says why. Reading stops at the size the file had when it
+// was opened. Loading takes at most about twice the file's size plus a
+// constant for blank, malformed or repeated lines.
 //
 //   KORResourceFile file = KORResourceFile::Load("/opt/cfg/KORBRIX.dcls");
 //   if (file.GetState() == KORResourceFile::Loaded) {
@@ -84,13 +90,22 @@ class KORPLATFORM_API KORResourceFile {
 
   // Reads and parses the file at iPath (a null or empty path is absent). A
   // directory or anything else that is not a regular file is Unreadable, as
-  // is a file the process may not read; either records one problem.
+  // is a file the process may not read or one above 256 MiB; either records
+  // one problem. So is a file that could not be read for a reason that is
+  // not the file's (see IsTransientFailure).
   [[nodiscard]] static KORResourceFile Load(const char* iPath);
 
   // Parses text held in memory; iFileName only names it in the problems.
+  // Text above 256 MiB is Unreadable, as a file of that size is.
   [[nodiscard]] static KORResourceFile Parse(std::string_view iContent, const char* iFileName);
 
   [[nodiscard]] State GetState() const noexcept;
+
+  // Whether the file is Unreadable for a reason that says nothing about the
+  // file itself: too many open files, out of memory, an interrupted or failed
+  // read. A later Load may well succeed, so whoever keeps what it found must
+  // not keep this answer. Its problem names the reason.
+  [[nodiscard]] bool IsTransientFailure() const noexcept;
   // The path given to Load (or the name given to Parse).
   [[nodiscard]] const KORString& GetFileName() const noexcept;
 

@@ -95,8 +95,9 @@ class KORPLATFORM_API KORUnicodeString {
   // allowed around it and flags, width and precision allowed in it: one of
   // d i o u x X (no length modifier) for an int, one of lu lo lx lX ld li for
   // an unsigned long. Any other format ("%s", "%n", "%ld" for an int, two
-  // conversions, none, "*" widths, a null format) is refused: the string
-  // becomes empty and a non-zero value is returned.
+  // conversions, none, "*" widths, a null format, a width or a precision
+  // above 4096) is refused: the string becomes empty and a non-zero value is
+  // returned.
   int BuildFromNum(int iValue, const char* iFormat);
   int BuildFromNum(unsigned long iValue, const char* iFormat);
 

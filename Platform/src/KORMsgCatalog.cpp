@@ -30,6 +30,7 @@ struct Catalog {
   std::vector<std::string> directories;  // where the files were searched
   std::vector<Level> levels;             // one per language level
   std::vector<KORResourceFile> skipped;  // unreadable files passed over
+  bool transient = false;  // a search failed for now: searched again next time
 };
 
 // The process-wide cache of the catalogue service.
@@ -106,6 +107,7 @@ Catalog ReadCatalog(std::string_view iName, const std::vector<std::string>& iDir
     kor_detail::FoundFile found = kor_detail::FindFirstReadable(iDirectories, relative);
     catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
     catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
+    catalog.transient = catalog.transient || found.transient;
   }
   return catalog;
 }
@@ -117,13 +119,16 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
   if (ioCache.last != nullptr && ioCache.last->first == iName) return ioCache.last->second;
   EnsureResolved(ioCache);
   const auto known = ioCache.catalogs.find(iName);
-  if (known != ioCache.catalogs.end()) {
+  if (known != ioCache.catalogs.end() && !known->second.transient) {
     ioCache.last = &*known;
     return known->second;
   }
   Catalog catalog = ReadCatalog(iName, ioCache.directories, ioCache.languages);
-  ioCache.last = &*ioCache.catalogs.emplace(std::string(iName), std::move(catalog)).first;
-  return ioCache.last->second;
+  // A catalogue whose search failed for now is kept only until the next
+  // lookup, which searches again.
+  auto& entry = *ioCache.catalogs.insert_or_assign(std::string(iName), std::move(catalog)).first;
+  ioCache.last = entry.second.transient ? nullptr : &entry;
+  return entry.second;
 }
 
 // The catalogue iName in the language iLanguage (nullptr: the language in
@@ -137,7 +142,7 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName, std::string_v
   key.append(1, '\n').append(iDirectories).append(1, '\n');
   if (iLanguage != nullptr) key.append("=").append(*iLanguage);
   const auto known = ioCache.catalogs.find(key);
-  if (known != ioCache.catalogs.end()) return known->second;
+  if (known != ioCache.catalogs.end() && !known->second.transient) return known->second;
   std::vector<std::string> directories;
   if (iDirectories.empty()) {
     directories = ioCache.directories;
@@ -151,7 +156,8 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName, std::string_v
   }
   const std::vector<std::string> languages =
       iLanguage != nullptr ? LevelsOf(*iLanguage) : ioCache.languages;
-  return ioCache.catalogs.emplace(key, ReadCatalog(iName, directories, languages)).first->second;
+  return ioCache.catalogs.insert_or_assign(key, ReadCatalog(iName, directories, languages))
+      .first->second;
 }
 
 // The position of the first level of iCatalog whose file declares iKey, and

@@ -10,7 +10,8 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
-#include <iterator>
+#include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,14 +20,8 @@
 // member): it keeps the guess that every lookup writes apart from what the
 // lookups only read.
 struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.performance.Padding)
-  struct Problem {
-    int line;  // 0 for a problem of the whole file
-    // Read by Problems(); cppcheck misses reads through a range-for.
-    // cppcheck-suppress unusedStructMember
-    std::string text;
-  };
-  // One place of the key index: the key's hash, and 1 + the position of the
-  // key's last declaration (0 for a free place).
+  // One place of the key index: the key's hash, and 1 + the key's position
+  // (0 for a free place).
   struct Slot {
     std::uint32_t hash;
     std::uint32_t declaration;
@@ -37,16 +32,10 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
     return static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
   }
 
-  // The key of the declaration at iPosition (a view into keyText).
+  // The key at iPosition (a view into keyText).
   [[nodiscard]] std::string_view KeyOf(std::size_t iPosition) const noexcept {
     const std::size_t begin = iPosition == 0 ? 0 : keyEnds[iPosition - 1];
     return std::string_view(keyText.data() + begin, keyEnds[iPosition] - begin);
-  }
-
-  // Whether Find gives the declaration at iPosition for its key, that is
-  // whether no later declaration of the same key overrides it.
-  [[nodiscard]] bool IsLast(std::size_t iPosition) const noexcept {
-    return overridden.empty() || !overridden[iPosition];
   }
 
   // The place of iKey (whose hash is iHash) in the index, or the free place
@@ -61,36 +50,80 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   }
 
   KORResourceFile::State state = KORResourceFile::Absent;
-  KORString fileName;
-  // Every well-formed declaration in file order, duplicates included, kept
-  // compact so that large files stay within the processor's caches: the keys
-  // one after the other in keyText (declaration i's key ends at keyEnds[i]
-  // and starts where the previous one ends), the values index for index.
-  std::string keyText;
-  std::vector<std::size_t> keyEnds;
-  std::vector<KORUnicodeString> values;
-  std::vector<int> lines;  // the line of each declaration
-  // Key -> its last declaration: open addressing with linear probing, a
-  // power of two of places, at most half of them taken (none for a file
-  // without declarations).
-  std::vector<Slot> slots;
-  std::size_t keyCount = 0;
-  // For each declaration, whether a later one of the same key overrides it;
-  // empty when no key is declared twice.
-  std::vector<bool> overridden;
-  // Positions of the first declaration of each key, in file order.
-  std::vector<std::uint32_t> firstDeclarations;
-  std::vector<Problem> problems;
+  // Whether the file could not be read for a reason that is not the file's.
+  bool transient = false;
+  // What the bytes of the file are, and the first line that is not UTF-8.
   KORResourceFile::Encoding encoding = KORResourceFile::Utf8;
   int illFormedLine = 0;
-  // The position just after the declaration Find gave last: where Find looks
-  // first. Tables are mostly read in the order they are written, and that
-  // place is next to what the previous lookup touched, whereas the index
-  // place of a key is anywhere in a table that a large file makes larger
-  // than the caches. Any value is a valid guess, checked before use, so the
-  // threads that share the content may update it without ordering. On a
-  // cache line of its own, so that writing it does not take from the other
-  // threads the lines that they only read.
+  KORString fileName;
+  // The value of the key at iPosition as a platform string, made on the
+  // first request (most keys of a large file are never asked for) and kept:
+  // the pointer stays valid as long as the content lives. Null when memory
+  // runs out.
+  [[nodiscard]] const KORUnicodeString* TextOf(std::size_t iPosition) const noexcept {
+    std::atomic<const KORUnicodeString*>& made = texts[iPosition];
+    const KORUnicodeString* text = made.load(std::memory_order_acquire);
+    if (text != nullptr) return text;
+    const Value& value = values[iPosition];
+    const KORUnicodeString* mine =
+        new (std::nothrow) KORUnicodeString(valueText.data() + value.begin, value.length);
+    if (mine == nullptr) return nullptr;
+    // Threads sharing the content may race to make it: the first one wins.
+    if (made.compare_exchange_strong(text, mine, std::memory_order_acq_rel,
+                                     std::memory_order_acquire)) {
+      return mine;
+    }
+    delete mine;
+    return text;
+  }
+
+  ResourceFileContent() = default;
+  ResourceFileContent(const ResourceFileContent&) = delete;
+  ResourceFileContent& operator=(const ResourceFileContent&) = delete;
+  ~ResourceFileContent() {
+    for (std::size_t i = 0; i < values.size() && texts; ++i) delete texts[i].load();
+  }
+
+  // Where a value's bytes are in valueText.
+  struct Value {
+    std::uint32_t begin;
+    std::uint32_t length;
+  };
+
+  // The distinct keys in the order of their first declaration, kept compact
+  // so that large files stay within the processor's caches and take little
+  // more memory than their text: the keys one after the other in keyText
+  // (key i ends at keyEnds[i] and starts where the previous one ends), and
+  // the bytes of each key's last value in valueText, index for index. A key
+  // declared again gets its new value in the place of the old one when it
+  // fits, so that a file of repeated declarations costs no more than one of
+  // each. The platform strings that Find hands out are made from those bytes
+  // on first request.
+  std::string keyText;
+  std::vector<std::uint32_t> keyEnds;
+  std::string valueText;
+  std::vector<Value> values;
+  // The line of each key's last declaration, index for index.
+  std::vector<std::uint32_t> lines;
+  // The value of each key once made (null until then); sized when the
+  // content is complete.
+  mutable std::unique_ptr<std::atomic<const KORUnicodeString*>[]> texts;
+  // Key -> its position: open addressing with linear probing, a power of two
+  // of places, at most half of them taken (none for a file without
+  // declarations).
+  std::vector<Slot> slots;
+  // The first problems met, in line order (the file name is put before
+  // each when they are listed), and how many more there were.
+  std::vector<KORResourceProblem> problems;
+  std::size_t problemsNotKept = 0;
+  // The position just after the key Find gave last: where Find looks first.
+  // Tables are mostly read in the order they are written, and that place is
+  // next to what the previous lookup touched, whereas the index place of a
+  // key is anywhere in a table that a large file makes larger than the
+  // caches. Any value is a valid guess, checked before use, so the threads
+  // that share the content may update it without ordering. On a cache line
+  // of its own, so that writing it does not take from the other threads the
+  // lines that they only read.
   alignas(64) mutable std::atomic<std::size_t> expected{0};
 };
 
@@ -108,15 +141,17 @@ std::string_view TrimBlanks(std::string_view iText) {
   return iText.substr(begin, end - begin);
 }
 
+// The largest file that is read, and the most problems kept for one file:
+// loading then takes at most about twice the file's size, whatever it holds.
+constexpr std::size_t kMaxFileSize = std::size_t{256} << 20;
+constexpr std::size_t kMaxProblemsKept = 100;
+
 void AddProblem(Content& ioContent, int iLine, std::string_view iReason) {
-  std::string text(ioContent.fileName.View());
-  if (iLine > 0) {
-    text += ':';
-    text += std::to_string(iLine);
+  if (ioContent.problems.size() >= kMaxProblemsKept) {
+    ++ioContent.problemsNotKept;
+    return;
   }
-  text += ": ";
-  text += iReason;
-  ioContent.problems.push_back({iLine, std::move(text)});
+  ioContent.problems.push_back({iLine, std::string(iReason)});
 }
 
 // Decodes the quoted value iQuoted (which starts with '"') into oValue.
@@ -165,7 +200,22 @@ struct Declarations {
   std::string scratch;  // a decoded quoted value
 };
 
-// Records the declaration iKey = iValue of line iNumber (iValue as read).
+// Doubles the key index (or makes its first places), keeping every key.
+void GrowIndex(Content& ioContent) {
+  const std::size_t places = ioContent.slots.empty() ? 8 : 2 * ioContent.slots.size();
+  std::vector<Content::Slot> old(places, Content::Slot{0, 0});
+  old.swap(ioContent.slots);
+  const std::size_t mask = places - 1;
+  for (const Content::Slot& slot : old) {
+    if (slot.declaration == 0) continue;
+    std::size_t place = slot.hash & mask;
+    while (ioContent.slots[place].declaration != 0) place = (place + 1) & mask;
+    ioContent.slots[place] = slot;
+  }
+}
+
+// Records the declaration iKey = iValue of line iNumber (iValue as read); a
+// key declared before gets the new value, and the duplicate is recorded.
 void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::string_view iValue,
                     int iNumber) {
   Content& content = ioDeclarations.content;
@@ -174,14 +224,41 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
   const bool ascii = std::all_of(iKey.begin(), iKey.end(), [](char iChar) {
     return static_cast<unsigned char>(iChar) < 0x80;
   });
-  if (ascii) {
-    content.keyText.append(iKey);
-  } else {
-    content.keyText.append(KORUnicodeString(iKey.data(), iKey.size()).View());
+  std::string sanitized;
+  if (!ascii) {
+    sanitized = std::string(KORUnicodeString(iKey.data(), iKey.size()).View());
+    iKey = sanitized;
   }
-  content.keyEnds.push_back(content.keyText.size());
-  content.values.emplace_back(iValue.data(), iValue.size());
-  content.lines.push_back(iNumber);
+  if (2 * (content.values.size() + 1) > content.slots.size()) GrowIndex(content);
+  const std::uint32_t hash = Content::HashOf(iKey);
+  Content::Slot& slot = content.slots[content.PlaceOf(iKey, hash)];
+  if (slot.declaration != 0) {
+    const std::size_t position = slot.declaration - 1;
+    std::string reason("key \"");
+    reason.append(iKey)
+        .append("\" declared again (previously at line ")
+        .append(std::to_string(content.lines[position]))
+        .append("): the last declaration wins");
+    AddProblem(content, iNumber, reason);
+    Content::Value& value = content.values[position];
+    if (iValue.size() <= value.length) {
+      content.valueText.replace(value.begin, iValue.size(), iValue);
+      value.length = static_cast<std::uint32_t>(iValue.size());
+    } else {
+      value = {static_cast<std::uint32_t>(content.valueText.size()),
+               static_cast<std::uint32_t>(iValue.size())};
+      content.valueText.append(iValue);
+    }
+    content.lines[position] = static_cast<std::uint32_t>(iNumber);
+    return;
+  }
+  content.keyText.append(iKey);
+  content.keyEnds.push_back(static_cast<std::uint32_t>(content.keyText.size()));
+  content.values.push_back({static_cast<std::uint32_t>(content.valueText.size()),
+                            static_cast<std::uint32_t>(iValue.size())});
+  content.valueText.append(iValue);
+  content.lines.push_back(static_cast<std::uint32_t>(iNumber));
+  slot = {hash, static_cast<std::uint32_t>(content.values.size())};
 }
 
 // Parses one line (without its line end) into ioDeclarations.
@@ -221,115 +298,148 @@ void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber
   }
 }
 
-// Builds the key index once every declaration is in place; records
-// duplicates.
-void BuildIndex(Declarations& ioDeclarations) {
+// Parses the lines of iText, numbering them from ioNumber + 1, and returns
+// how many bytes they took. When iFinal is false, the text after the last
+// line end is an unfinished line, left for the next call (with more text
+// after it); when true, it is the file's last line.
+std::size_t ParseLines(Declarations& ioDeclarations, std::string_view iText, int& ioNumber,
+                       bool iFinal) {
+  constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF");
   Content& content = ioDeclarations.content;
-  const std::size_t count = content.values.size();
-  content.firstDeclarations.reserve(count);
-  if (count > 0) {
-    std::size_t places = 8;
-    while (places < 2 * count) places *= 2;
-    content.slots.assign(places, Content::Slot{0, 0});
-  }
-  // The malformed lines were recorded in line order while parsing, and so are
-  // the duplicates here: one merge keeps the whole list in line order.
-  std::vector<Content::Problem> malformed;
-  malformed.swap(content.problems);
-  // The hashes first, in one pass over the keys; then the place of each key
-  // is fetched a few keys before it is needed, so that the cache misses of
-  // places spread over a large table overlap instead of following each other.
-  std::vector<std::uint32_t> hashes(count);
-  for (std::size_t position = 0; position < count; ++position) {
-    hashes[position] = Content::HashOf(content.KeyOf(position));
-  }
-  constexpr std::size_t kFetchAhead = 8;
-  const std::size_t mask = content.slots.size() - 1;
-  for (std::uint32_t position = 0; position < count; ++position) {
-    if (position + kFetchAhead < count) {
-      __builtin_prefetch(&content.slots[hashes[position + kFetchAhead] & mask]);
+  // UTF-16 text of a resource file has a NUL byte beside nearly every ASCII
+  // character: a NUL among the first bytes, or a UTF-16 byte-order mark,
+  // tells it.
+  if (ioNumber == 0) {
+    const std::string_view start = iText.substr(0, 4096);
+    if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
+        start.find('\0') != std::string_view::npos) {
+      content.encoding = KORResourceFile::Utf16;
     }
-    const std::string_view key = content.KeyOf(position);
-    Content::Slot& slot = content.slots[content.PlaceOf(key, hashes[position])];
-    if (slot.declaration == 0) {
-      slot = {hashes[position], position + 1};
-      ++content.keyCount;
-      content.firstDeclarations.push_back(position);
-      continue;
-    }
-    const int previous = content.lines[slot.declaration - 1];
-    std::string reason("key \"");
-    reason.append(key)
-        .append("\" declared again (previously at line ")
-        .append(std::to_string(previous))
-        .append("): the last declaration wins");
-    AddProblem(content, content.lines[position], reason);
-    if (content.overridden.empty()) content.overridden.resize(count);
-    content.overridden[slot.declaration - 1] = true;
-    slot.declaration = position + 1;
   }
-  if (malformed.empty()) return;
-  std::vector<Content::Problem> duplicates;
-  duplicates.swap(content.problems);
-  content.problems.reserve(malformed.size() + duplicates.size());
-  std::merge(std::make_move_iterator(malformed.begin()), std::make_move_iterator(malformed.end()),
-             std::make_move_iterator(duplicates.begin()), std::make_move_iterator(duplicates.end()),
-             std::back_inserter(content.problems),
-             [](const Content::Problem& iLeft, const Content::Problem& iRight) {
-               return iLeft.line < iRight.line;
-             });
+  std::size_t consumed = 0;
+  while (consumed < iText.size()) {
+    const std::string_view rest = iText.substr(consumed);
+    const void* newline = std::memchr(rest.data(), '\n', rest.size());
+    if (newline == nullptr && !iFinal) break;
+    const std::size_t length =
+        newline ? static_cast<std::size_t>(static_cast<const char*>(newline) - rest.data())
+                : rest.size();
+    std::string_view line = rest.substr(0, length);
+    consumed += newline ? length + 1 : length;
+    ++ioNumber;
+    if (ioNumber == 1 && line.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+      line.remove_prefix(kByteOrderMark.size());
+    }
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    if (content.encoding == KORResourceFile::Utf8 &&
+        KORUnicodeString::FindIllFormed(line) != std::string_view::npos) {
+      content.encoding = KORResourceFile::EightBit;
+      content.illFormedLine = ioNumber;
+    }
+    ParseLine(ioDeclarations, line, ioNumber);
+  }
+  return consumed;
 }
 
-// Tells what encoding the bytes of iText are in. UTF-16 text of a resource
-// file has a NUL byte beside nearly every ASCII character, so a NUL among the
-// first bytes (or a UTF-16 byte-order mark) is taken for it.
-void DetectEncoding(Content& ioContent, std::string_view iText) {
-  const std::string_view start = iText.substr(0, 4096);
-  if (start.substr(0, 2) == "\xFF\xFE" || start.substr(0, 2) == "\xFE\xFF" ||
-      start.find('\0') != std::string_view::npos) {
-    ioContent.encoding = KORResourceFile::Utf16;
-    return;
-  }
-  const std::size_t illFormed = KORUnicodeString::FindIllFormed(iText);
-  if (illFormed == std::string_view::npos) return;
-  ioContent.encoding = KORResourceFile::EightBit;
-  ioContent.illFormedLine =
-      static_cast<int>(std::count(iText.begin(), iText.begin() + illFormed, '\n')) + 1;
+// Makes room for the text of a file of iSize bytes: its keys and values never
+// take more (room that is not written costs no memory), so that they are
+// never copied to grow.
+void Prepare(Content& ioContent, std::size_t iSize) {
+  ioContent.keyText.reserve(iSize);
+  ioContent.valueText.reserve(iSize);
+}
+
+// Completes the content once every line is parsed.
+void Complete(Content& ioContent) {
+  ioContent.texts =
+      std::make_unique<std::atomic<const KORUnicodeString*>[]>(ioContent.values.size());
 }
 
 void ParseInto(Content& ioContent, std::string_view iText) {
-  DetectEncoding(ioContent, iText);
-  constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF");
-  if (iText.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    iText.remove_prefix(kByteOrderMark.size());
-  }
+  Prepare(ioContent, iText.size());
   Declarations declarations{ioContent, {}};
-  // A line declares at most one key: reserving for every line spares the
-  // copies of growing, and pages reserved but never written cost no memory.
-  const std::size_t lines =
-      static_cast<std::size_t>(std::count(iText.begin(), iText.end(), '\n')) + 1;
-  ioContent.keyEnds.reserve(lines);
-  ioContent.values.reserve(lines);
-  ioContent.lines.reserve(lines);
   int number = 0;
-  while (!iText.empty()) {
-    ++number;
-    const void* newline = std::memchr(iText.data(), '\n', iText.size());
-    const std::size_t length =
-        newline ? static_cast<std::size_t>(static_cast<const char*>(newline) - iText.data())
-                : iText.size();
-    std::string_view line = iText.substr(0, length);
-    iText.remove_prefix(newline ? length + 1 : length);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    ParseLine(declarations, line, number);
-  }
-  BuildIndex(declarations);
+  (void)ParseLines(declarations, iText, number, true);
+  Complete(ioContent);
 }
 
-// Reads the whole regular file at iPath into oText. Returns an empty string
-// on success, else why it cannot be read; sets oAbsent when nothing is there.
-std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent) {
+// Whether the error iError of a system call says nothing about the file
+// itself: the process or the system lacks something for now, and a later
+// attempt may succeed.
+bool IsTransient(int iError, bool iReading) {
+  switch (iError) {
+    case EMFILE:
+    case ENFILE:
+    case ENOMEM:
+    case ENOBUFS:
+    case EAGAIN:
+    case EINTR:
+      return true;
+    case EIO:
+      return iReading;
+    default:
+      return false;
+  }
+}
+
+// Why a file cannot be read, for the error iError of a system call.
+std::string CannotBeRead(int iError, bool iReading, bool& oTransient) {
+  oTransient = IsTransient(iError, iReading);
+  if (oTransient) {
+    return std::string("cannot be read for now (") + std::strerror(iError) +
+           "): the failure is not the file's, and it is read again when next needed";
+  }
+  return std::string("cannot be read (") + std::strerror(iError) + ")";
+}
+
+// Reads the iSize bytes of the open file iDescriptor (fewer if it shrinks,
+// never more if it grows) and parses them into ioContent, a piece at a time:
+// only an unfinished line is kept from one piece to the next, so that the
+// file's text is never held whole beside what it declares. Returns an empty
+// string on success, else why the file cannot be read (oTransient when that
+// is not the file's failure).
+std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent, bool& oTransient) {
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
+  Prepare(ioContent, iSize);
+  Declarations declarations{ioContent, {}};
+  int number = 0;
+  std::string buffer(std::min(iSize, kPiece), '\0');
+  std::size_t carried = 0;  // the unfinished line at the start of buffer
+  std::size_t remaining = iSize;
+  while (remaining > 0) {
+    if (carried == buffer.size()) {
+      // One line fills the buffer: room for more of it, never beyond what
+      // is left of the file.
+      buffer.resize(std::min(2 * buffer.size(), carried + remaining));
+    }
+    const ssize_t count =
+        ::read(iDescriptor, &buffer[carried], std::min(buffer.size() - carried, remaining));
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      return CannotBeRead(errno, true, oTransient);
+    }
+    if (count == 0) break;  // the file shrank since it was opened
+    remaining -= static_cast<std::size_t>(count);
+    const std::string_view text(buffer.data(), carried + static_cast<std::size_t>(count));
+    const std::size_t consumed = ParseLines(declarations, text, number, remaining == 0);
+    carried = text.size() - consumed;
+    if (carried > 0 && consumed > 0) std::memmove(&buffer[0], &buffer[consumed], carried);
+  }
+  if (carried > 0) {
+    (void)ParseLines(declarations, std::string_view(buffer.data(), carried), number, true);
+  }
+  Complete(ioContent);
+  return std::string();
+}
+
+// Reads and parses the regular file at iPath into ioContent, up to the size
+// it had when it was opened (a file that grows while it is read is read no
+// further). Returns an empty string on success, else why it cannot be read;
+// sets oAbsent when nothing is there, oTransient when the failure is not the
+// file's.
+std::string LoadFile(const char* iPath, Content& ioContent, bool& oAbsent, bool& oTransient) {
   oAbsent = false;
+  oTransient = false;
   // O_NONBLOCK: opening a FIFO must not wait for a writer.
   const int descriptor = ::open(iPath, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) {
@@ -338,31 +448,23 @@ std::string ReadWholeFile(const char* iPath, std::string& oText, bool& oAbsent) 
       oAbsent = true;
       return "no such file";
     }
-    return std::string("cannot be read (") + std::strerror(error) + ")";
+    return CannotBeRead(error, false, oTransient);
   }
   std::string reason;
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) {
-    reason = std::string("cannot be read (") + std::strerror(errno) + ")";
+    reason = CannotBeRead(errno, false, oTransient);
   } else if (S_ISDIR(status.st_mode)) {
     reason = "is a directory, not a file";
   } else if (!S_ISREG(status.st_mode)) {
     reason = "is not a regular file";
+  } else if (static_cast<std::uintmax_t>(status.st_size) > kMaxFileSize) {
+    reason = "is too large to be read (" + std::to_string(status.st_size) +
+             " bytes; at most 256 MiB are read)";
   } else {
-    oText.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t filled = 0;
-    while (true) {
-      if (filled == oText.size()) oText.resize(oText.size() + 65536);
-      const ssize_t count = ::read(descriptor, &oText[filled], oText.size() - filled);
-      if (count < 0) {
-        if (errno == EINTR) continue;
-        reason = std::string("cannot be read (") + std::strerror(errno) + ")";
-        break;
-      }
-      if (count == 0) break;
-      filled += static_cast<std::size_t>(count);
-    }
-    oText.resize(filled);
+    ioContent.state = KORResourceFile::Loaded;
+    reason =
+        ReadAndParse(descriptor, static_cast<std::size_t>(status.st_size), ioContent, oTransient);
   }
   ::close(descriptor);
   return reason;
@@ -381,17 +483,23 @@ KORResourceFile KORResourceFile::Load(const char* iPath) {
   auto content = std::make_shared<Content>();
   content->fileName = KORString(iPath);
   if (iPath == nullptr || *iPath == '\0') return KORResourceFile(std::move(content));
-  std::string text;
+  std::string reason;
   bool absent = false;
-  const std::string reason = ReadWholeFile(iPath, text, absent);
+  bool transient = false;
+  try {
+    reason = LoadFile(iPath, *content, absent, transient);
+  } catch (const std::bad_alloc&) {
+    reason = CannotBeRead(ENOMEM, true, transient);
+  }
   if (absent) {
     content->state = Absent;
   } else if (!reason.empty()) {
+    // What was parsed before the failure is dropped: nothing of it is used.
+    content = std::make_shared<Content>();
+    content->fileName = KORString(iPath);
     content->state = Unreadable;
+    content->transient = transient;
     AddProblem(*content, 0, reason);
-  } else {
-    content->state = Loaded;
-    ParseInto(*content, text);
   }
   return KORResourceFile(std::move(content));
 }
@@ -399,6 +507,13 @@ KORResourceFile KORResourceFile::Load(const char* iPath) {
 KORResourceFile KORResourceFile::Parse(std::string_view iContent, const char* iFileName) {
   auto content = std::make_shared<Content>();
   content->fileName = KORString(iFileName);
+  if (iContent.size() > kMaxFileSize) {
+    content->state = Unreadable;
+    AddProblem(*content, 0,
+               "is too large to be read (" + std::to_string(iContent.size()) +
+                   " bytes; at most 256 MiB are read)");
+    return KORResourceFile(std::move(content));
+  }
   content->state = Loaded;
   ParseInto(*content, iContent);
   return KORResourceFile(std::move(content));
@@ -406,32 +521,56 @@ KORResourceFile KORResourceFile::Parse(std::string_view iContent, const char* iF
 
 KORResourceFile::State KORResourceFile::GetState() const noexcept { return _content->state; }
 
+bool KORResourceFile::IsTransientFailure() const noexcept { return _content->transient; }
+
 const KORString& KORResourceFile::GetFileName() const noexcept { return _content->fileName; }
 
-int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->keyCount); }
+int KORResourceFile::GetSize() const noexcept { return static_cast<int>(_content->values.size()); }
 
 const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexcept {
   const Content& content = *_content;
   const std::size_t guess = content.expected.load(std::memory_order_relaxed);
-  if (guess < content.values.size() && content.IsLast(guess) && content.KeyOf(guess) == iKey) {
+  if (guess < content.values.size() && content.KeyOf(guess) == iKey) {
     content.expected.store(guess + 1, std::memory_order_relaxed);
-    return &content.values[guess];
+    return content.TextOf(guess);
   }
   if (content.slots.empty()) return nullptr;
   const std::uint32_t declaration =
       content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
   if (declaration == 0) return nullptr;
   content.expected.store(declaration, std::memory_order_relaxed);
-  return &content.values[declaration - 1];
+  return content.TextOf(declaration - 1);
 }
 
 KORListValKORUnicodeString KORResourceFile::GetKeys() const {
   KORListValKORUnicodeString keys;
-  for (const std::uint32_t position : _content->firstDeclarations) {
+  for (std::size_t position = 0; position < _content->keyEnds.size(); ++position) {
     const std::string_view key = _content->KeyOf(position);
     keys.Append(KORUnicodeString(key.data(), key.size()));
   }
   return keys;
+}
+
+std::vector<KORResourceProblem> KORResourceFile::GetProblemDetails() const {
+  std::vector<KORResourceProblem> details = _content->problems;
+  if (_content->problemsNotKept > 0) {
+    std::string rest = std::to_string(_content->problemsNotKept);
+    rest.append(_content->problemsNotKept == 1 ? " more problem not listed"
+                                               : " more problems not listed");
+    details.push_back({0, std::move(rest)});
+  }
+  return details;
+}
+
+KORListValKORUnicodeString KORResourceFile::GetProblems() const {
+  KORListValKORUnicodeString problems;
+  for (const KORResourceProblem& problem : GetProblemDetails()) {
+    std::string text(_content->fileName.View());
+    if (problem.line > 0) text.append(":").append(std::to_string(problem.line));
+    text.append(": ").append(problem.reason);
+    problems.Append(KORUnicodeString(text.data(), text.size()));
+  }
+  return problems;
 }
 
 int KORResourceFile::GetLine(std::string_view iKey) const noexcept {
@@ -439,7 +578,7 @@ int KORResourceFile::GetLine(std::string_view iKey) const noexcept {
   if (content.slots.empty()) return 0;
   const std::uint32_t declaration =
       content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
-  return declaration == 0 ? 0 : content.lines[declaration - 1];
+  return declaration == 0 ? 0 : static_cast<int>(content.lines[declaration - 1]);
 }
 
 KORResourceFile::Encoding KORResourceFile::GetEncoding() const noexcept {
@@ -447,25 +586,3 @@ KORResourceFile::Encoding KORResourceFile::GetEncoding() const noexcept {
 }
 
 int KORResourceFile::GetIllFormedLine() const noexcept { return _content->illFormedLine; }
-
-std::vector<KORResourceProblem> KORResourceFile::GetProblemDetails() const {
-  std::vector<KORResourceProblem> details;
-  details.reserve(_content->problems.size());
-  for (const Content::Problem& problem : _content->problems) {
-    // The text is "file:line: reason" (or "file: reason"): the reason follows
-    // the file name and line it was built with.
-    std::string prefix(_content->fileName.View());
-    if (problem.line > 0) prefix.append(":").append(std::to_string(problem.line));
-    prefix.append(": ");
-    details.push_back({problem.line, problem.text.substr(prefix.size())});
-  }
-  return details;
-}
-
-KORListValKORUnicodeString KORResourceFile::GetProblems() const {
-  KORListValKORUnicodeString problems;
-  for (const Content::Problem& problem : _content->problems) {
-    problems.Append(KORUnicodeString(problem.text.data(), problem.text.size()));
-  }
-  return problems;
-}

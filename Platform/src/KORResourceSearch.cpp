@@ -94,8 +94,13 @@ FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
         found.path = path;
         found.resource = std::move(resource);
         return found;
-      case KORResourceFile::Unreadable:
+      case KORResourceFile::Unreadable: {
+        const bool transient = resource.IsTransientFailure();
         found.skipped.push_back(std::move(resource));
+        if (transient) {
+          found.transient = true;
+          return found;
+        }
         break;
       case KORResourceFile::Absent:
         break;

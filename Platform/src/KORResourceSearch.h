@@ -33,10 +33,17 @@ struct FoundFile {
   std::string path;                      // the file used; empty when none could be read
   KORResourceFile resource;              // its content (Absent when none)
   std::vector<KORResourceFile> skipped;  // files there but unreadable, each with its problem
+  // The search stopped at a file that could not be read for a reason that is
+  // not the file's (too many open files, out of memory, a failed read): the
+  // outcome holds for now only, and must not be kept.
+  bool transient = false;
 };
 
 // The first readable iRelative in iDirectories. A file that exists but cannot
-// be read counts as absent: the next directory is tried, and it is noted.
+// be read counts as absent: the next directory is tried, and it is noted. A
+// file that fails for a reason that is not its own ends the search there,
+// without a file and marked transient: a later directory's file would stand
+// in for the one that takes precedence.
 FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
                             std::string_view iRelative);
 

@@ -151,6 +151,22 @@ void EncodeUtf8(KORUnicodeChar iChar, std::string& oText) {
   }
 }
 
+// The largest width or precision BuildFromNum accepts: a number is rendered
+// in a few dozen characters, and a larger field would only make the
+// rendering as large as the caller asked (up to gigabytes).
+constexpr long kMaxFieldSize = 4096;
+
+// Skips the digits at ioPosition (none is fine); false when the number they
+// write is above kMaxFieldSize.
+bool SkipBoundedNumber(const char*& ioPosition) {
+  long number = 0;
+  for (; *ioPosition >= '0' && *ioPosition <= '9'; ++ioPosition) {
+    number = number * 10 + (*ioPosition - '0');
+    if (number > kMaxFieldSize) return false;
+  }
+  return true;
+}
+
 // Checks a printf format for BuildFromNum: besides "%%", exactly one
 // conversion (flags, width and precision allowed), with the length modifier
 // "l" when iLongArgument is true and none otherwise, and one of the integer
@@ -164,10 +180,10 @@ bool IsSingleConversionFormat(const char* iFormat, bool iLongArgument, char& oCo
     if (*p == '%') continue;
     if (++conversions > 1) return false;
     while (*p == '-' || *p == '+' || *p == ' ' || *p == '#' || *p == '0') ++p;
-    while (*p >= '0' && *p <= '9') ++p;
+    if (!SkipBoundedNumber(p)) return false;  // the width
     if (*p == '.') {
       ++p;
-      while (*p >= '0' && *p <= '9') ++p;
+      if (!SkipBoundedNumber(p)) return false;  // the precision
     }
     const bool hasLong = (*p == 'l');
     if (hasLong) ++p;

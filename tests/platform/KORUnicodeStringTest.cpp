@@ -690,6 +690,26 @@ TEST(KORUnicodeString, BuildFromNumAcceptsFlagsWidthAndPrecisionForAnInt) {
   ExpectBuilt(0, "%.0d", "");
 }
 
+TEST(KORUnicodeString, BuildFromNumAcceptsAWidthAndAPrecisionOf4096) {
+  ExpectBuilt(7, "%4096d", std::string(4095, ' ') + "7");
+  ExpectBuilt(7, "%.4096d", std::string(4095, '0') + "7");
+  ExpectBuilt(7ul, "%-4096lu|", "7" + std::string(4095, ' ') + "|");
+}
+
+TEST(KORUnicodeString, BuildFromNumRefusesAWidthAbove4096) {
+  ExpectRefused(7, "%4097d");
+  ExpectRefused(7, "%2147483647d");
+  ExpectRefused(7, "%99999999999999999999d");  // beyond any integer type
+  ExpectRefused(7ul, "%04097lx");
+}
+
+TEST(KORUnicodeString, BuildFromNumRefusesAPrecisionAbove4096) {
+  // Once rendered as 2 GB of zeros in 18 seconds.
+  ExpectRefused(7, "%.2147483647d");
+  ExpectRefused(7, "%.4097i");
+  ExpectRefused(7ul, "%1.5000lu");
+}
+
 TEST(KORUnicodeString, BuildFromNumKeepsLiteralTextAndPercentAroundTheConversion) {
   ExpectBuilt(50, "Done: %d%%", "Done: 50%");
   ExpectBuilt(7, "%%%d%%", "%7%");

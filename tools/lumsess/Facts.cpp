@@ -179,7 +179,8 @@ std::vector<std::string> DefaultSessionDirectories(const PathFacts& iPaths) {
 }
 
 std::vector<SessionFileFact> GatherSessionFiles(const std::vector<std::string>& iDirectories,
-                                                std::vector<std::string>& oMissing) {
+                                                std::vector<std::string>& oMissing,
+                                                std::vector<std::string>& oUnreadable) {
   // The suffixes come from the library's constants: "hub" and "qry".
   const std::string graphSuffix = "." + Text(KORLumSessionFileSuffix_Graph);
   const std::string querySuffix = "." + Text(KORLumSessionFileSuffix_Query);
@@ -220,10 +221,19 @@ std::vector<SessionFileFact> GatherSessionFiles(const std::vector<std::string>& 
       fact.modified = ModificationTime(entry->path());
       files.push_back(std::move(fact));
     }
+    if (error)
+      oUnreadable.push_back(Quote(directory) + " cannot be read (" + error.message() + ")");
   }
   std::sort(files.begin(), files.end(),
             [](const SessionFileFact& a, const SessionFileFact& b) { return a.path < b.path; });
   return files;
+}
+
+void ReportUnreadableDirectories(const std::vector<std::string>& iUnreadable) {
+  if (iUnreadable.empty()) return;
+  ReportError(kProblems, (iUnreadable.size() == 1 ? "the session file directory "
+                                                  : "the session file directories ") +
+                             Join(iUnreadable, ", ") + ".");
 }
 
 Json ToJson(const std::vector<SessionFileFact>& iFiles) {

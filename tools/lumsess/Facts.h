@@ -62,9 +62,14 @@ struct SessionFileFact {
 std::vector<std::string> DefaultSessionDirectories(const PathFacts& iPaths);
 // The session files (suffixes of the Graph and Query kinds) directly in the
 // directories, sorted by path. The directories that do not exist are added to
-// oMissing.
+// oMissing; those that exist but cannot be read (wholly or in part) to
+// oUnreadable, as "\"directory\" cannot be read (reason)".
 std::vector<SessionFileFact> GatherSessionFiles(const std::vector<std::string>& iDirectories,
-                                                std::vector<std::string>& oMissing);
+                                                std::vector<std::string>& oMissing,
+                                                std::vector<std::string>& oUnreadable);
+// Ends the command with one sentence on standard error and status 1 when
+// iUnreadable (from GatherSessionFiles) names any directory; else nothing.
+void ReportUnreadableDirectories(const std::vector<std::string>& iUnreadable);
 Json ToJson(const std::vector<SessionFileFact>& iFiles);
 void Print(const std::vector<SessionFileFact>& iFiles);
 

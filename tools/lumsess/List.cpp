@@ -41,7 +41,8 @@ int RunList(const GlobalOptions& iGlobal) {
     }
   }
   std::vector<std::string> missing;
-  const std::vector<SessionFileFact> files = GatherSessionFiles(directories, missing);
+  std::vector<std::string> unreadable;
+  const std::vector<SessionFileFact> files = GatherSessionFiles(directories, missing, unreadable);
   if (iGlobal.json) {
     PrintJson({{"directories", directories},
                {"missing_directories", missing},
@@ -56,6 +57,7 @@ int RunList(const GlobalOptions& iGlobal) {
             ? "the session file directory " + Quote(missing[0]) + " does not exist."
             : "the session file directories " + Quote(Join(missing, "\", \"")) + " do not exist.");
   }
+  ReportUnreadableDirectories(unreadable);
   return kSuccess;
 }
 

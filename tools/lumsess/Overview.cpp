@@ -13,8 +13,9 @@ int RunOverview(const GlobalOptions& iGlobal) {
   const PathFacts paths = GatherPaths();
   const std::vector<ObjectFact> viewers = GatherViewers();
   std::vector<std::string> missing;
+  std::vector<std::string> unreadable;
   const std::vector<SessionFileFact> files =
-      GatherSessionFiles(DefaultSessionDirectories(paths), missing);
+      GatherSessionFiles(DefaultSessionDirectories(paths), missing, unreadable);
 
   if (iGlobal.json) {
     PrintJson({{"configuration", configuration},
@@ -22,6 +23,7 @@ int RunOverview(const GlobalOptions& iGlobal) {
                {"viewers", ToJson(viewers)},
                {"session_files", ToJson(files)},
                {"missing_directories", missing}});
+    ReportUnreadableDirectories(unreadable);
     return kSuccess;
   }
   PrintConfiguration(configuration);
@@ -36,6 +38,7 @@ int RunOverview(const GlobalOptions& iGlobal) {
               << Say("SessionFiles.Missing", "(the directory {1} does not exist)", {directory})
               << '\n';
   }
+  ReportUnreadableDirectories(unreadable);
   return kSuccess;
 }
 

@@ -89,7 +89,9 @@ unsigned long ParseOptions(const std::string& iValue) {
   if (std::isdigit(static_cast<unsigned char>(iValue[0]))) {
     errno = 0;
     char* end = nullptr;
-    const unsigned long long number = std::strtoull(iValue.c_str(), &end, 0);
+    // A leading 0 does not make the number octal: 012 is twelve.
+    const bool hexadecimal = iValue.size() > 1 && (iValue[1] == 'x' || iValue[1] == 'X');
+    const unsigned long long number = std::strtoull(iValue.c_str(), &end, hexadecimal ? 16 : 10);
     if (errno != 0 || *end != '\0' || number > 0xFFFFFFFFULL) {
       ReportError(kUsage, "the --options value " + Quote(iValue) +
                               " is not a number from 0 to 4294967295 (0xFFFFFFFF).");

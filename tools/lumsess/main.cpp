@@ -2,6 +2,12 @@
 // how they read in the user's language, and checks the configuration that
 // decides it. This file only builds the command line, parses it and
 // dispatches.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <exception>
 #include <iostream>
 
@@ -67,18 +73,55 @@ int Run(int argc, char** argv) {
   return RunOverview(global);
 }
 
+// Opens /dev/null on whichever of the standard descriptors 0, 1 and 2 is
+// closed, before anything else opens a file: a file opened later would
+// otherwise get that number, and the tool's output or error sentences would
+// go into it.
+void OpenStandardDescriptors() {
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+    if (::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) continue;
+    const int opened = ::open("/dev/null", descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY);
+    // The lowest free number is this one; anything else is not ours to keep.
+    if (opened >= 0 && opened != descriptor) ::close(opened);
+  }
+}
+
+// Writes out what is left of standard output and checks that everything
+// written there arrived: a full disk or a closed pipe ends the tool with one
+// sentence on standard error and status 1 (or the command's own non-zero
+// status), never with success.
+int FinishOutput(int iStatus) {
+  errno = 0;
+  std::cout.flush();
+  int error = errno;
+  bool failed = !std::cout.good();
+  if (std::fflush(stdout) != 0) {
+    failed = true;
+    error = errno;
+  }
+  if (std::ferror(stdout) != 0) failed = true;
+  if (!failed) return iStatus;
+  std::cerr << "lumsess: cannot write the output"
+            << (error != 0 ? std::string(": ") + std::strerror(error) : std::string()) << '.'
+            << std::endl;
+  return iStatus != kSuccess ? iStatus : kProblems;
+}
+
 }  // namespace
 }  // namespace lumsess
 
 // Nothing leaves main as an exception: building the command line can throw
 // too, not only the command.
 int main(int argc, char** argv) {
+  lumsess::OpenStandardDescriptors();
+  int status = lumsess::kSuccess;
   try {
-    return lumsess::Run(argc, argv);
+    status = lumsess::Run(argc, argv);
   } catch (const lumsess::ExitRequest& request) {
-    return request.status;
+    status = request.status;
   } catch (const std::exception& error) {
     std::cerr << "lumsess: unexpected failure: " << error.what() << std::endl;
-    return lumsess::kProblems;
+    status = lumsess::kProblems;
   }
+  return lumsess::FinishOutput(status);
 }

@@ -20,6 +20,11 @@
 // members themselves; the kind, the modes and the options are returned by
 // value. Every operation opens a trace scope and, while tracing is on, writes
 // its inputs, the operand it reads or the member it returns.
+//
+// Threads: the library is used from one thread at a time. The shared
+// no-session-file value is built on the first call of GetNoSessionFile, and
+// the translated texts come from caches filled on first use, without a lock;
+// a program that uses the library from several threads serialises its calls.
 #ifndef KORLumSessionFile_h
 #define KORLumSessionFile_h
 

@@ -12,6 +12,10 @@
 //   KORLumViewerDef half("Part", "");      // == KORLumViewerDef::GetNoViewerDef()
 //
 // Every operation opens a trace scope; none writes a line.
+//
+// Threads: the library is used from one thread at a time. The shared empty
+// definition is built on the first call of GetNoViewerDef, without a lock;
+// a program that uses the library from several threads serialises its calls.
 #ifndef KORLumViewerDef_h
 #define KORLumViewerDef_h
 
