@@ -44,6 +44,7 @@
 #ifndef KORResourceFile_h
 #define KORResourceFile_h
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -120,6 +121,11 @@ class KORPLATFORM_API KORResourceFile {
   // The line of the declaration that Find gives for iKey (1-based), or 0
   // when the key is not declared.
   [[nodiscard]] int GetLine(std::string_view iKey) const noexcept;
+
+  // Calls iVisit with each key, in the order of its first declaration, and
+  // the line of the declaration Find gives for it; nothing is copied (for
+  // files of many keys). The key's text is valid during the call.
+  void ForEachKey(const std::function<void(std::string_view iKey, int iLine)>& iVisit) const;
 
   // The keys, in the order of their first declaration (a copy).
   [[nodiscard]] KORListValKORUnicodeString GetKeys() const;

@@ -30,7 +30,7 @@ struct Catalog {
   std::vector<std::string> directories;  // where the files were searched
   std::vector<Level> levels;             // one per language level
   std::vector<KORResourceFile> skipped;  // unreadable files passed over
-  bool transient = false;  // a search failed for now: searched again next time
+  bool transient = false;                // a search failed for now: searched again next time
 };
 
 // The process-wide cache of the catalogue service.
@@ -44,6 +44,10 @@ struct Cache {
   // path, by name, directories and language for the others (see CacheKey).
   // A map's elements stay where they are while others come and go.
   std::map<std::string, Catalog, std::less<>> catalogs;
+  // Every file read, by path: catalogues of several languages share their
+  // default file, and a file is parsed once however many ask for it. A file
+  // that failed for now is not kept.
+  std::map<std::string, KORResourceFile, std::less<>> files;
   // The element of the last lookup, or none: lookups come in runs on one
   // catalogue (the texts of one display line), which then costs one name
   // comparison instead of a search of the map.
@@ -95,8 +99,16 @@ void EnsureResolved(Cache& ioCache) {
 }
 
 // Searches the files of catalogue iName for each of iLanguages in iDirectories.
-Catalog ReadCatalog(std::string_view iName, const std::vector<std::string>& iDirectories,
+Catalog ReadCatalog(Cache& ioCache, std::string_view iName,
+                    const std::vector<std::string>& iDirectories,
                     const std::vector<std::string>& iLanguages) {
+  const auto load = [&ioCache](const std::string& iPath) {
+    const auto known = ioCache.files.find(iPath);
+    if (known != ioCache.files.end()) return known->second;
+    KORResourceFile file = KORResourceFile::Load(iPath.c_str());
+    if (!file.IsTransientFailure()) ioCache.files.emplace(iPath, file);
+    return file;
+  };
   Catalog catalog;
   catalog.languages = iLanguages;
   catalog.directories = iDirectories;
@@ -104,7 +116,7 @@ Catalog ReadCatalog(std::string_view iName, const std::vector<std::string>& iDir
   for (const std::string& language : iLanguages) {
     const std::string relative =
         language.empty() ? fileName : kor_detail::JoinPath(language, fileName);
-    kor_detail::FoundFile found = kor_detail::FindFirstReadable(iDirectories, relative);
+    kor_detail::FoundFile found = kor_detail::FindFirstReadable(iDirectories, relative, load);
     catalog.skipped.insert(catalog.skipped.end(), found.skipped.begin(), found.skipped.end());
     catalog.levels.push_back({std::move(found.path), std::move(found.resource)});
     catalog.transient = catalog.transient || found.transient;
@@ -123,7 +135,7 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
     ioCache.last = &*known;
     return known->second;
   }
-  Catalog catalog = ReadCatalog(iName, ioCache.directories, ioCache.languages);
+  Catalog catalog = ReadCatalog(ioCache, iName, ioCache.directories, ioCache.languages);
   // A catalogue whose search failed for now is kept only until the next
   // lookup, which searches again.
   auto& entry = *ioCache.catalogs.insert_or_assign(std::string(iName), std::move(catalog)).first;
@@ -156,7 +168,7 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName, std::string_v
   }
   const std::vector<std::string> languages =
       iLanguage != nullptr ? LevelsOf(*iLanguage) : ioCache.languages;
-  return ioCache.catalogs.insert_or_assign(key, ReadCatalog(iName, directories, languages))
+  return ioCache.catalogs.insert_or_assign(key, ReadCatalog(ioCache, iName, directories, languages))
       .first->second;
 }
 
@@ -354,6 +366,7 @@ void KORMsgCatalog::FlushCache() {
   std::lock_guard<std::mutex> lock(cache.mutex);
   cache.last = nullptr;
   cache.catalogs.clear();
+  cache.files.clear();
   cache.directories.clear();
   cache.languages.clear();
   cache.languageVariable.clear();

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <new>
@@ -103,8 +104,9 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   std::vector<std::uint32_t> keyEnds;
   std::string valueText;
   std::vector<Value> values;
-  // The line of each key's last declaration, index for index.
-  std::vector<std::uint32_t> lines;
+  // The line of each key's last declaration, index for index (in blocks, so
+  // that growing never holds two copies).
+  std::deque<std::uint32_t> lines;
   // The value of each key once made (null until then); sized when the
   // content is complete.
   mutable std::unique_ptr<std::atomic<const KORUnicodeString*>[]> texts;
@@ -571,6 +573,13 @@ KORListValKORUnicodeString KORResourceFile::GetProblems() const {
     problems.Append(KORUnicodeString(text.data(), text.size()));
   }
   return problems;
+}
+
+void KORResourceFile::ForEachKey(
+    const std::function<void(std::string_view iKey, int iLine)>& iVisit) const {
+  for (std::size_t position = 0; position < _content->keyEnds.size(); ++position) {
+    iVisit(_content->KeyOf(position), static_cast<int>(_content->lines[position]));
+  }
 }
 
 int KORResourceFile::GetLine(std::string_view iKey) const noexcept {

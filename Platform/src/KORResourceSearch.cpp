@@ -84,11 +84,12 @@ std::string JoinPath(std::string_view iDirectory, std::string_view iRelative) {
 }
 
 FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
-                            std::string_view iRelative) {
+                            std::string_view iRelative,
+                            const std::function<KORResourceFile(const std::string&)>& iLoad) {
   FoundFile found;
   for (const std::string& directory : iDirectories) {
     const std::string path = JoinPath(directory, iRelative);
-    KORResourceFile resource = KORResourceFile::Load(path.c_str());
+    KORResourceFile resource = iLoad ? iLoad(path) : KORResourceFile::Load(path.c_str());
     switch (resource.GetState()) {
       case KORResourceFile::Loaded:
         found.path = path;
@@ -102,6 +103,7 @@ FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
           return found;
         }
         break;
+      }
       case KORResourceFile::Absent:
         break;
     }

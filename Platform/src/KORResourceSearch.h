@@ -9,6 +9,7 @@
 #ifndef KORResourceSearch_h
 #define KORResourceSearch_h
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,8 +45,10 @@ struct FoundFile {
 // file that fails for a reason that is not its own ends the search there,
 // without a file and marked transient: a later directory's file would stand
 // in for the one that takes precedence.
+// iLoad reads one candidate file (KORResourceFile::Load when not given).
 FoundFile FindFirstReadable(const std::vector<std::string>& iDirectories,
-                            std::string_view iRelative);
+                            std::string_view iRelative,
+                            const std::function<KORResourceFile(const std::string&)>& iLoad = {});
 
 // Copies strings into a platform list.
 KORListValKORUnicodeString ToList(const std::vector<std::string>& iValues);

@@ -479,3 +479,12 @@ TEST(KORResourceFile, Utf16FileIsReportedAsUtf16) {
       12);
   EXPECT_EQ(KORResourceFile::Parse(withoutMark, "f").GetEncoding(), KORResourceFile::Utf16);
 }
+
+TEST(KORResourceFile, ForEachKeyVisitsKeysInOrderWithTheLinesFindGives) {
+  const KORResourceFile file = KORResourceFile::Parse("B = 1\nA = 2\n# c\nB = 3\n", "f");
+  std::vector<std::string> visited;
+  file.ForEachKey([&](std::string_view iKey, int iLine) {
+    visited.push_back(std::string(iKey) + "@" + std::to_string(iLine));
+  });
+  EXPECT_EQ(visited, (std::vector<std::string>{"B@4", "A@2"}));
+}

@@ -349,8 +349,9 @@ void CheckValue(const std::string& iFile, int iLine, const std::string& iKey,
 void CheckDeclarationKeys(const KORResourceFile& iFile, const Knowledge& iKnowledge,
                           Findings& ioFindings) {
   const std::string file = FileName(iFile);
-  for (const std::string& key : Texts(iFile.GetKeys())) {
-    const int line = iFile.GetLine(key);
+  iFile.ForEachKey([&](std::string_view iKey, int iLine) {
+    const std::string key(iKey);
+    const int line = iLine;
     std::string pattern;
     std::string index;
     if (MatchEntryKey(key, iKnowledge.declarationKeys, pattern, index)) {
@@ -360,17 +361,17 @@ void CheckDeclarationKeys(const KORResourceFile& iFile, const Knowledge& iKnowle
                              " is never read: METHOD_LIST entries are numbered 1, 2, 3, ... "
                              "without leading zeros or blanks",
                          "number the entry from 1 up, as in " + WithIndex(pattern, "1"));
-        continue;
+        return;
       }
       const auto accepted = iKnowledge.accepted.find(pattern);
       if (accepted != iKnowledge.accepted.end()) {
         CheckValue(file, line, key, Text(*iFile.Find(key)), accepted->second, ioFindings);
       }
-      continue;
+      return;
     }
     if (std::find(iKnowledge.declarationKeys.begin(), iKnowledge.declarationKeys.end(), key) !=
         iKnowledge.declarationKeys.end()) {
-      continue;
+      return;
     }
     std::string written;
     const std::string asPattern = AsPattern(key, written);
@@ -381,26 +382,26 @@ void CheckDeclarationKeys(const KORResourceFile& iFile, const Knowledge& iKnowle
                        "the library never reads " + key + ": did you mean " + suggestion + "?",
                        "rename the key to " + suggestion);
     }
-  }
+  });
 }
 
 void CheckSettingKeys(const KORResourceFile& iFile, const Knowledge& iKnowledge,
                       Findings& ioFindings) {
   const std::string file = FileName(iFile);
-  for (const std::string& key : Texts(iFile.GetKeys())) {
-    const int line = iFile.GetLine(key);
+  iFile.ForEachKey([&](std::string_view iKey, int iLine) {
+    const std::string key(iKey);
     const auto accepted = iKnowledge.accepted.find(key);
     if (accepted != iKnowledge.accepted.end()) {
-      CheckValue(file, line, key, Text(*iFile.Find(key)), accepted->second, ioFindings);
-      continue;
+      CheckValue(file, iLine, key, Text(*iFile.Find(key)), accepted->second, ioFindings);
+      return;
     }
     const std::string meant = NearMiss(key, iKnowledge.settingKeys);
     if (!meant.empty()) {
-      ioFindings.Error(file, line, "unknown-key",
+      ioFindings.Error(file, iLine, "unknown-key",
                        "the library never reads " + key + ": did you mean " + meant + "?",
                        "rename the key to " + meant);
     }
-  }
+  });
 }
 
 // Keys of the catalogue iCatalogue's file that the library would not read
@@ -415,20 +416,21 @@ void CheckCatalogueKeys(const KORResourceFile& iFile, const std::string& iCatalo
   const std::vector<std::string>& fixedKeys =
       fixed != iKnowledge.catalogueKeys.end() ? fixed->second : none;
   const std::string file = FileName(iFile);
-  for (const std::string& key : Texts(iFile.GetKeys())) {
-    if (std::find(fixedKeys.begin(), fixedKeys.end(), key) != fixedKeys.end()) continue;
-    const int line = iFile.GetLine(key);
+  iFile.ForEachKey([&](std::string_view iKey, int iLine) {
+    const std::string key(iKey);
+    if (std::find(fixedKeys.begin(), fixedKeys.end(), key) != fixedKeys.end()) return;
+    const int line = iLine;
     const std::string meant = NearMiss(key, fixedKeys);
     if (!meant.empty()) {
       ioFindings.Error(
           file, line, "unknown-key",
           "the library never reads " + key + " in " + iCatalogue + ": did you mean " + meant + "?",
           "rename the key to " + meant);
-      continue;
+      return;
     }
-    if (derived == iKnowledge.derived.end()) continue;
+    if (derived == iKnowledge.derived.end()) return;
     const std::size_t dot = key.rfind('.');
-    if (dot == std::string::npos || dot == 0) continue;
+    if (dot == std::string::npos || dot == 0) return;
     const std::string stem = key.substr(0, dot);
     const std::string suffix = key.substr(dot);
     for (const auto& [wanted, field] : derived->second) {
@@ -452,7 +454,7 @@ void CheckCatalogueKeys(const KORResourceFile& iFile, const std::string& iCatalo
         }
       }
     }
-  }
+  });
 }
 
 void CheckFile(const KORResourceFile& iFile, FileKind iKind, const std::string& iCatalogue,
@@ -679,16 +681,15 @@ struct MethodTable {
 // their first declared key.
 std::map<int, int> DeclaredEntries(const KORResourceFile& iFile, const Knowledge& iKnowledge) {
   std::map<int, int> entries;
-  for (const std::string& key : Texts(iFile.GetKeys())) {
+  iFile.ForEachKey([&](std::string_view iKey, int iLine) {
     std::string pattern;
     std::string index;
-    if (!MatchEntryKey(key, iKnowledge.declarationKeys, pattern, index)) continue;
+    if (!MatchEntryKey(std::string(iKey), iKnowledge.declarationKeys, pattern, index)) return;
     const int n = CanonicalIndex(index);
-    if (n == 0) continue;
-    const int line = iFile.GetLine(key);
+    if (n == 0) return;
     const auto known = entries.find(n);
-    if (known == entries.end() || line < known->second) entries[n] = line;
-  }
+    if (known == entries.end() || iLine < known->second) entries[n] = iLine;
+  });
   return entries;
 }
 
