@@ -26,7 +26,8 @@ if(MODE STREQUAL "groff")
     # The test's SKIP_REGULAR_EXPRESSION matches this message.
     message(FATAL_ERROR "groff is not installed: skipped")
   endif()
-  run(rendered "${GROFF}" -ww -man -Tutf8 "${MANUAL}")
+  # Plain text: no overstriking for bold and underlined words.
+  run(rendered "${GROFF}" -ww -man -Tutf8 -P-cbou "${MANUAL}")
   if(NOT rendered_ERROR STREQUAL "")
     message(FATAL_ERROR "groff warns about ${MANUAL}:\n${rendered_ERROR}")
   endif()
@@ -40,12 +41,13 @@ elseif(MODE STREQUAL "options")
   set(missing)
   foreach(command "" paths viewers show list check)
     run(help "${LUMSESS}" ${command} --help)
-    string(REGEX MATCHALL "\n  +--[a-z][a-z-]*" options "${help}")
-    if(NOT options)
-      message(FATAL_ERROR "lumsess ${command} --help shows no option:\n${help}")
+    string(REGEX MATCHALL "[ ,]--[a-z][a-z-]*" options "${help}")
+    list(TRANSFORM options REPLACE "^[ ,]" "")
+    list(REMOVE_ITEM options --help --version)
+    if(command STREQUAL "" AND NOT options)
+      message(FATAL_ERROR "lumsess --help shows no option:\n${help}")
     endif()
     foreach(option IN LISTS options)
-      string(STRIP "${option}" option)
       string(FIND "${manual}" "${option}" at)
       if(at EQUAL -1)
         list(APPEND missing "${option}")
@@ -59,18 +61,8 @@ elseif(MODE STREQUAL "options")
 
 elseif(MODE STREQUAL "complete")
   find_program(BASH bash REQUIRED)
-  # Word 0 is the program; the last word, empty or not, is the one completed.
-  run(offered "${BASH}" -c [=[
-      source "$1"
-      COMP_WORDS=("$2") rest=$3
-      while :; do
-        COMP_WORDS+=("${rest%%|*}")
-        [[ $rest == *"|"* ]] || break
-        rest=${rest#*|}
-      done
-      COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-      _lumsess
-      printf '%s\n' "${COMPREPLY[@]}"]=] completion "${COMPLETION}" "${LUMSESS}" "${WORDS}")
+  run(offered "${BASH}" "${CMAKE_CURRENT_LIST_DIR}/complete.bash" "${COMPLETION}" "${LUMSESS}"
+      "${WORDS}")
   string(REGEX REPLACE "\n$" "" offered "${offered}")
   string(REPLACE "\n" ";" offered "${offered}")
   string(REPLACE "|" ";" expected "${EXPECT}")
