@@ -45,7 +45,7 @@ set(VX0SESS0_TOOL_PACKAGE "lumsess")
 # Each package carries the copyright file and the changelog (compressed, as
 # Debian wants it) in its own documentation directory.
 find_program(VX0SESS0_GZIP gzip REQUIRED)
-set(changelog "${PROJECT_BINARY_DIR}/packaging/changelog.gz")
+set(changelog "${PROJECT_BINARY_DIR}/changelog.gz")
 add_custom_command(OUTPUT "${changelog}"
   COMMAND "${VX0SESS0_GZIP}" -9n -c "${PROJECT_SOURCE_DIR}/packaging/debian/changelog" > "${changelog}"
   DEPENDS "${PROJECT_SOURCE_DIR}/packaging/debian/changelog"
