@@ -44,6 +44,12 @@ set(VX0SESS0_TOOL_PACKAGE "lumsess")
 
 # Each package carries the copyright file and the changelog (compressed, as
 # Debian wants it) in its own documentation directory.
+# The changelog's latest entry is the version built.
+file(STRINGS "${PROJECT_SOURCE_DIR}/packaging/debian/changelog" latest LIMIT_COUNT 1)
+if(NOT latest MATCHES "^vx0sess0 \\(${PROJECT_VERSION}\\) ")
+  message(FATAL_ERROR "packaging/debian/changelog starts with \"${latest}\": give it an entry "
+    "for version ${PROJECT_VERSION} first.")
+endif()
 find_program(VX0SESS0_GZIP gzip REQUIRED)
 set(changelog "${PROJECT_BINARY_DIR}/changelog.gz")
 add_custom_command(OUTPUT "${changelog}"
