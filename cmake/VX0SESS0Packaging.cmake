@@ -71,6 +71,16 @@ foreach(component IN ITEMS runtime development tool)
     COMPONENT ${component})
 endforeach()
 
+# Lintian warnings accepted, each with its reason, in the package itself.
+foreach(package IN ITEMS "${VX0SESS0_RUNTIME_PACKAGE};runtime" "${VX0SESS0_DEV_PACKAGE};development")
+  list(GET package 1 component)
+  list(GET package 0 package)
+  install(FILES "${PROJECT_SOURCE_DIR}/packaging/debian/${package}.lintian-overrides"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides"
+    RENAME "${package}"
+    COMPONENT ${component})
+endforeach()
+
 set(CPACK_GENERATOR "DEB")
 set(CPACK_PACKAGE_NAME "vx0sess0")
 set(CPACK_PACKAGE_VENDOR "VX0SESS0 maintainers")
@@ -96,36 +106,49 @@ set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_TOOL_DEPENDS runtime)
 
+# Each package's description: its first line is the synopsis (so no summary
+# of the whole is prepended), the rest is wrapped below 80 columns.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(description_common
-  "VX0SESS0 describes session files (saved product-structure graphs and saved queries) as "
-  "values, finds where they live, which viewers can show them and how they read in the "
-  "user's language.")
-string(JOIN "" description_common ${description_common})
+  "VX0SESS0 describes session files (saved product-structure graphs and saved\n"
+  "queries) as values, finds where they live, which viewers can show them and\n"
+  "how they read in the user's language.\n")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME "${VX0SESS0_RUNTIME_PACKAGE}")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION "libs")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
+# The shlibs file (written for the package with shared libraries only) and
+# the ldconfig trigger. Maintainer scripts that do nothing keep CPack from
+# writing ones that call ldconfig themselves, which the trigger replaces.
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+  "${PROJECT_SOURCE_DIR}/packaging/debian/triggers"
+  "${PROJECT_SOURCE_DIR}/packaging/debian/postinst"
+  "${PROJECT_SOURCE_DIR}/packaging/debian/postrm")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
   "session-file library of the product-data-management client\n"
-  "${description_common} This package holds the shared libraries VX0SESS0 and "
-  "KORPlatform, the platform layer it is built on.")
+  ${description_common}
+  "This package holds the shared libraries VX0SESS0 and KORPlatform, the\n"
+  "platform layer it is built on.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME "${VX0SESS0_DEV_PACKAGE}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION "libdevel")
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-  "session-file library of the product-data-management client - development files\n"
-  "${description_common} This package holds the headers, the CMake package "
-  "(find_package(VX0SESS0)) and the pkg-config file of VX0SESS0 and KORPlatform.")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+  "session-file library of the product-data-management client - headers\n"
+  ${description_common}
+  "This package holds the headers, the CMake package (find_package(VX0SESS0))\n"
+  "and the pkg-config file of VX0SESS0 and KORPlatform.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME "${VX0SESS0_TOOL_PACKAGE}")
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION "utils")
-set(CPACK_COMPONENT_TOOL_DESCRIPTION
-  "show and check the session-file configuration of the product-data-management client\n"
-  "${description_common} The lumsess tool shows those answers and checks the "
-  "configuration behind them. This package also holds a sample configuration under "
-  "/usr/share/VX0SESS0, which programs using the library read when no configuration "
-  "is set.")
+set(CPACK_DEBIAN_TOOL_DESCRIPTION
+  "show and check the session-file configuration of the PDM client\n"
+  ${description_common}
+  "The lumsess tool shows those answers and checks the configuration behind\n"
+  "them. This package also holds a sample configuration under\n"
+  "/usr/share/VX0SESS0, which programs using the library read when no\n"
+  "configuration is set.")
 foreach(component RUNTIME DEVELOPMENT TOOL)
-  string(JOIN "" CPACK_COMPONENT_${component}_DESCRIPTION ${CPACK_COMPONENT_${component}_DESCRIPTION})
+  string(JOIN "" CPACK_DEBIAN_${component}_DESCRIPTION ${CPACK_DEBIAN_${component}_DESCRIPTION})
 endforeach()
 include(CPack)
