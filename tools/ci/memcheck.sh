@@ -46,11 +46,11 @@ options=(
   --soname-synonyms=somalloc=nouserintercepts
 )
 
-# Left out, by name: the installed-tree test builds a client project with
-# cmake and the compiler; under valgrind it would check those tools rather
-# than our code, and take most of the run's time (it runs in the plain test
-# step).
-exclude='^InstalledTree\.'
+# Left out, by name: the installed-tree and subproject tests build client
+# projects with cmake and the compiler, the manual page and completion tests
+# run groff and bash; under valgrind they would check those tools rather than
+# our code, and take most of the run's time (they run in the plain test step).
+exclude='^(InstalledTree|Subproject|ManualPage|Completion)\.'
 
 status=0
 ctest --test-dir "$build" -T memcheck -j2 --output-on-failure -E "$exclude" \

@@ -1081,7 +1081,12 @@ std::string StatisticsText(const LanguageStatistics& iStatistics) {
 
 json CheckSettings(const Knowledge& iKnowledge, Findings& ioFindings) {
   const char* path = KORGetEnv("KOR_ADMIN_SETTINGS");
-  if (path == nullptr) return {{"file", nullptr}, {"state", "unset"}};
+  if (path == nullptr) {
+    // No services: never the start-up session.
+    return {{"file", nullptr},
+            {"state", "unset"},
+            {"startup_session", KORLumSessionFileUtilities::IsStartUpSession() == 1}};
+  }
   const KORResourceFile file = GetAdminSettingsFile();
   json settings = {{"file", path}};
   switch (file.GetState()) {

@@ -20,8 +20,10 @@ std::vector<std::string> gDirectories;  // the DIR arguments
 CLI::App* SetupList(CLI::App& ioApp) {
   CLI::App* command = ioApp.add_subcommand(
       "list", "List the session files of the graph and query directories, or of DIR...");
-  command->add_option("DIR", gDirectories,
-                      "Directories to list instead of the graph and query files directories");
+  command
+      ->add_option("DIR", gDirectories,
+                   "Directories to list instead of the graph and query files directories")
+      ->type_name("");
   return command;
 }
 

@@ -130,18 +130,28 @@ CLI::App* SetupShow(CLI::App& ioApp) {
       "show", "Show one session file's display line and its untranslated string form");
   gOptions.type = "graph";  // the default, which --help shows
   command->add_option("--type", gOptions.type, "Kind of session file: graph, query or none")
+      ->type_name("KIND")
       ->capture_default_str();
-  command->add_option("--file", gOptions.file, "The session file's path");
-  CLI::Option* viewer = command->add_option("--viewer", gOptions.viewer, "The viewer, by its name");
-  CLI::Option* viewerDef = command->add_option(
-      "--viewer-def", gOptions.viewerDef, "The viewer, as OBJECT.VIEWER (a viewer definition)");
+  command->add_option("--file", gOptions.file, "The session file's path")->type_name("FILE");
+  CLI::Option* viewer = command->add_option("--viewer", gOptions.viewer, "The viewer, by its name")
+                            ->type_name("VIEWER");
+  CLI::Option* viewerDef = command
+                               ->add_option("--viewer-def", gOptions.viewerDef,
+                                            "The viewer, as OBJECT.VIEWER (a viewer definition)")
+                               ->type_name("OBJECT.VIEWER");
   viewer->excludes(viewerDef);
-  command->add_option("--load-mode", gOptions.loadMode,
-                      "dynamic or static (default: the session file's default, dynamic)");
-  command->add_option("--instance-mode", gOptions.instanceMode,
-                      "all or selected (default: the session file's default, all)");
-  command->add_option("--options", gOptions.options,
-                      "Option bits: report,modification,query,csb (comma-separated) or a number");
+  command
+      ->add_option("--load-mode", gOptions.loadMode,
+                   "dynamic or static (default: the session file's default, dynamic)")
+      ->type_name("MODE");
+  command
+      ->add_option("--instance-mode", gOptions.instanceMode,
+                   "all or selected (default: the session file's default, all)")
+      ->type_name("MODE");
+  command
+      ->add_option("--options", gOptions.options,
+                   "Option bits: report,modification,query,csb (comma-separated) or a number")
+      ->type_name("BITS");
   return command;
 }
 

@@ -17,8 +17,10 @@ std::string gObject;  // the OBJECT argument; empty for all objects
 CLI::App* SetupViewers(CLI::App& ioApp) {
   CLI::App* command = ioApp.add_subcommand(
       "viewers", "Show the objects of the viewer catalogue and the viewers of each");
-  command->add_option("OBJECT", gObject,
-                      "Show this object's viewers only (its name or its translated name)");
+  command
+      ->add_option("OBJECT", gObject,
+                   "Show this object's viewers only (its name or its translated name)")
+      ->type_name("");
   return command;
 }
 

@@ -32,9 +32,11 @@ int Run(int argc, char** argv) {
 
   GlobalOptions global;
   app.add_option("--lang", global.language,
-                 "Language of the texts (sets KOR_LANGUAGE), e.g. fr or de_CH");
+                 "Language of the texts (sets KOR_LANGUAGE), e.g. fr or de_CH")
+      ->type_name("LANG");
   app.add_option("--config", global.config,
-                 "Configuration directory holding dcls/, msgcatalog/ and admin.settings");
+                 "Configuration directory holding dcls/, msgcatalog/ and admin.settings")
+      ->type_name("DIR");
   app.add_flag("--trace", global.trace, "Write the library's trace lines to standard error");
   app.add_flag("--json", global.json, "Write the result as JSON");
 
@@ -46,6 +48,28 @@ int Run(int argc, char** argv) {
   CLI::App* po = SetupPo(app);
   // Global options are accepted after the command too.
   for (CLI::App* command : {paths, viewers, show, list, check, po}) command->fallthrough();
+  app.footer(
+      "Environment:\n"
+      "  KOR_DCLS_PATH        directories of declarations (*.dcls), separated by ':'\n"
+      "  KOR_MSGCATALOG_PATH  directories of message catalogues (*.msgcat), separated by ':'\n"
+      "  KOR_ADMIN_SETTINGS   the administrator settings file\n"
+      "  KOR_LANGUAGE, LC_ALL, LC_MESSAGES, LANG\n"
+      "                       the language: the first one set and not empty\n"
+      "  KORHUB_TRACE, KORHUB_TRACE_FILE\n"
+      "                       the library's trace lines, to standard error or to a file\n"
+      "With none of the first three set and no --config, the bundled sample configuration\n"
+      "is used.\n"
+      "\n"
+      "Exit status:\n"
+      "  0  success\n"
+      "  1  problems found (check), an unknown object, or another failure\n"
+      "  2  a wrong command line\n"
+      "\n"
+      "Examples:\n"
+      "  lumsess --lang fr viewers Drawing     the viewers of drawings, in French\n"
+      "  lumsess --config ./config check       check the configuration in ./config\n"
+      "\n"
+      "The manual page lumsess(1) tells more.");
 
   try {
     app.parse(argc, argv);
