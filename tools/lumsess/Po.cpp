@@ -230,17 +230,13 @@ std::string OwnLevel(const std::string& iLanguage) {
 // The files the catalogue iName uses for a user of language iLanguage, level
 // by level ("" for a level without file), as the catalogue itself finds them.
 std::vector<std::string> FilesOfLevels(const std::string& iName, const std::string& iLanguage) {
-  const char* previous = std::getenv("KOR_LANGUAGE");
-  const std::string saved = previous != nullptr ? previous : "";
-  ::setenv("KOR_LANGUAGE", iLanguage.empty() ? "C" : iLanguage.c_str(), 1);
-  KORMsgCatalog::FlushCache();
-  const std::vector<std::string> files = Texts(KORMsgCatalog(iName.c_str()).GetFilesUsed());
-  if (previous != nullptr) {
-    ::setenv("KOR_LANGUAGE", saved.c_str(), 1);
-  } else {
-    ::unsetenv("KOR_LANGUAGE");
+  std::vector<std::string> files;
+  for (const KORResourceFile& file :
+       KORMsgCatalog(iName.c_str()).GetLevelFiles(iLanguage.empty() ? "C" : iLanguage.c_str())) {
+    files.push_back(file.GetState() == KORResourceFile::Loaded
+                        ? std::string(file.GetFileName().View())
+                        : std::string());
   }
-  KORMsgCatalog::FlushCache();
   return files;
 }
 
