@@ -7,15 +7,9 @@
 #
 # Called as: cmake -DLUMSESS=<tool> -DCONFIG=<configuration directory> -P CompareCheckAndViewers.cmake
 cmake_minimum_required(VERSION 3.25)
-foreach(variable LUMSESS CONFIG)
-  if(NOT DEFINED ${variable})
-    message(FATAL_ERROR "${variable} is not set")
-  endif()
-endforeach()
-foreach(variable KOR_DCLS_PATH KOR_MSGCATALOG_PATH KOR_ADMIN_SETTINGS KOR_LANGUAGE LC_ALL
-    LC_MESSAGES LANG LUMSESS_CONFIG KORHUB_TRACE KORHUB_TRACE_FILE)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
+require_variables(LUMSESS CONFIG)
+isolate_environment()
 if(DEFINED LANGUAGE)
   set(ENV{KOR_LANGUAGE} "${LANGUAGE}")
 endif()

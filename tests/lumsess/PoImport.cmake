@@ -12,15 +12,9 @@
 # CMake reads it without its carriage returns (line ends are tested by the
 # writer's own tests).
 cmake_minimum_required(VERSION 3.25)
-foreach(variable LUMSESS CONFIG WORK_DIR PO_FILES EXIT)
-  if(NOT DEFINED ${variable})
-    message(FATAL_ERROR "${variable} is not set")
-  endif()
-endforeach()
-foreach(variable KOR_DCLS_PATH KOR_MSGCATALOG_PATH KOR_ADMIN_SETTINGS KOR_LANGUAGE LC_ALL
-    LC_MESSAGES LANG LUMSESS_CONFIG KORHUB_TRACE KORHUB_TRACE_FILE)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
+require_variables(LUMSESS CONFIG WORK_DIR PO_FILES EXIT)
+isolate_environment()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")

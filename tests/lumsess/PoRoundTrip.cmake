@@ -6,15 +6,9 @@
 # Called as: cmake -DLUMSESS=<tool> -DTEXTS=<lumsess_catalogue_texts> -DMSGFMT=<msgfmt>
 #                  -DCONFIG=<configuration directory> -DWORK_DIR=<scratch> -P PoRoundTrip.cmake
 cmake_minimum_required(VERSION 3.25)
-foreach(variable LUMSESS TEXTS MSGFMT CONFIG WORK_DIR)
-  if(NOT DEFINED ${variable})
-    message(FATAL_ERROR "${variable} is not set")
-  endif()
-endforeach()
-foreach(variable KOR_DCLS_PATH KOR_MSGCATALOG_PATH KOR_ADMIN_SETTINGS KOR_LANGUAGE LC_ALL
-    LC_MESSAGES LANG LUMSESS_CONFIG KORHUB_TRACE KORHUB_TRACE_FILE)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
+require_variables(LUMSESS TEXTS MSGFMT CONFIG WORK_DIR)
+isolate_environment()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")

@@ -23,11 +23,8 @@
 #                 (no path: the document itself, e.g. "# 4")
 # In every value, @SOURCE@, @RESOURCES@ and @WORK@ stand for those directories.
 cmake_minimum_required(VERSION 3.25)
-foreach(variable LUMSESS CASE SOURCE_DIR RESOURCES WORK_DIR)
-  if(NOT DEFINED ${variable})
-    message(FATAL_ERROR "${variable} is not set")
-  endif()
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
+require_variables(LUMSESS CASE SOURCE_DIR RESOURCES WORK_DIR)
 include("${CASE}")
 if(NOT DEFINED EXIT)
   set(EXIT 0)
@@ -67,10 +64,7 @@ function(substitute_regex output text)
 endfunction()
 
 # The environment: only what the case sets.
-foreach(variable KOR_DCLS_PATH KOR_MSGCATALOG_PATH KOR_ADMIN_SETTINGS KOR_LANGUAGE LC_ALL
-    LC_MESSAGES LANG LUMSESS_CONFIG KORHUB_TRACE KORHUB_TRACE_FILE)
-  unset(ENV{${variable}})
-endforeach()
+isolate_environment()
 set(ENV{PWD} "${WORK_DIR}")
 foreach(setting IN LISTS ENV)
   substitute(setting "${setting}")
