@@ -21,6 +21,8 @@
 #include <string_view>
 #include <vector>
 
+#include "KORMsgCatalog.h"
+
 namespace fuzz {
 
 [[noreturn]] inline void Fail(const char* iCondition, const std::string& iWhat, const char* iFile,
@@ -171,10 +173,11 @@ class Workspace {
 // resources are searched there only, and no language, administrator
 // settings or trace variable of the machine running the target is read.
 inline void IsolateEnvironment(const Workspace& iWorkspace) {
-  for (const char* name : {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG", "KOR_ADMIN_SETTINGS",
-                           "KORHUB_TRACE", "KORHUB_TRACE_FILE"}) {
+  for (const char* name : {"KOR_ADMIN_SETTINGS", "KORHUB_TRACE", "KORHUB_TRACE_FILE"}) {
     ::unsetenv(name);
   }
+  const KORListValKORUnicodeString languages = KORMsgCatalog::GetLanguageVariables();
+  for (int i = 1; i <= languages.Size(); ++i) ::unsetenv(languages[i].ConvertToChar());
   ::setenv("KOR_DCLS_PATH", iWorkspace.Path().c_str(), 1);
   ::setenv("KOR_MSGCATALOG_PATH", iWorkspace.Path().c_str(), 1);
 }
