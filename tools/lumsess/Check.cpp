@@ -21,10 +21,12 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <initializer_list>
 #include <iostream>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -162,6 +164,23 @@ std::string NearMiss(const std::string& iText, const std::vector<std::string>& i
     if (known != iText && Distance(Lower(known), lower) <= allowed) return known;
   }
   return std::string();
+}
+
+// The parts one after the other, in one string built once.
+std::string Concat(std::initializer_list<std::string_view> iParts) {
+  std::size_t size = 0;
+  for (const std::string_view part : iParts) size += part.size();
+  std::string text;
+  text.reserve(size);
+  for (const std::string_view part : iParts) text.append(part);
+  return text;
+}
+
+// iText without blanks at either end.
+std::string Trimmed(const std::string& iText) {
+  const std::size_t begin = iText.find_first_not_of(" \t");
+  if (begin == std::string::npos) return std::string();
+  return iText.substr(begin, iText.find_last_not_of(" \t") + 1 - begin);
 }
 
 bool OnlyCaseDiffers(const std::string& iLeft, const std::string& iRight) {
@@ -330,15 +349,12 @@ void CheckValue(const std::string& iFile, int iLine, const std::string& iKey,
                 Findings& ioFindings) {
   if (std::find(iAccepted.begin(), iAccepted.end(), iValue) != iAccepted.end()) return;
   for (const std::string& accepted : iAccepted) {
-    if (Lower(iValue) == Lower(accepted) ||
-        (iValue.find_first_not_of(" \t") != std::string::npos && Lower(iValue) != Lower(accepted) &&
-         Lower(std::string(iValue.begin() + static_cast<long>(iValue.find_first_not_of(" \t")),
-                           iValue.begin() + static_cast<long>(iValue.find_last_not_of(" \t") +
-                                                              1))) == Lower(accepted))) {
+    if (Lower(Trimmed(iValue)) == Lower(accepted)) {
       ioFindings.Error(iFile, iLine, "value-case",
-                       iKey + " = " + Quote(iValue) + " is not " + Quote(accepted) +
-                           ": the library compares the value exactly, case and blanks included",
-                       "write " + iKey + " = " + accepted);
+                       Concat({iKey, " = ", Quote(iValue), " is not ", Quote(accepted),
+                               ": the library compares the value exactly, case and blanks "
+                               "included"}),
+                       Concat({"write ", iKey, " = ", accepted}));
       return;
     }
   }
@@ -438,8 +454,8 @@ void CheckCatalogueKeys(const KORResourceFile& iFile, const std::string& iCatalo
         if (!NearMiss(suffix, {wanted}).empty()) {
           ioFindings.Error(
               file, line, "unknown-key",
-              "the library never reads " + key + ": did you mean " + stem + wanted + "?",
-              "rename the key to " + stem + wanted);
+              Concat({"the library never reads ", key, ": did you mean ", stem, wanted, "?"}),
+              Concat({"rename the key to ", stem, wanted}));
         }
         continue;
       }
@@ -448,9 +464,9 @@ void CheckCatalogueKeys(const KORResourceFile& iFile, const std::string& iCatalo
       for (const std::string& value : values->second) {
         if (OnlyCaseDiffers(value, stem)) {
           ioFindings.Error(file, line, "unknown-key",
-                           "the library never reads " + key + ": the " + field + " is " + value +
-                               ", so it reads " + value + wanted,
-                           "rename the key to " + value + wanted);
+                           Concat({"the library never reads ", key, ": the ", field, " is ", value,
+                                   ", so it reads ", value, wanted}),
+                           Concat({"rename the key to ", value, wanted}));
         }
       }
     }
@@ -563,9 +579,9 @@ void CheckFileNames(const std::string& iDirectory, const std::vector<std::string
           extension == iExtension || !NearMiss(extension, {iExtension}).empty();
       if (name != wanted + iExtension && sameStem && sameExtension) {
         ioFindings.Error(entry->path().string(), 0, "file-name",
-                         std::string("the library never reads this file: the ") + iWhat + " " +
-                             wanted + " is read from " + wanted + iExtension,
-                         "rename it to " + wanted + iExtension);
+                         Concat({"the library never reads this file: the ", iWhat, " ", wanted,
+                                 " is read from ", wanted, iExtension}),
+                         Concat({"rename it to ", wanted, iExtension}));
       }
     }
   }
@@ -900,7 +916,7 @@ std::string BaseOf(const std::string& iLanguage) {
 std::string MeantLanguage(const std::string& iName) {
   const std::size_t cut = iName.find_first_of(".@");
   if (cut == std::string::npos || cut == 0) return std::string();
-  const std::string language = iName.substr(0, cut);
+  std::string language = iName.substr(0, cut);
   if (KORMsgCatalog::IsLanguageDirectory(language.c_str()) == 0) return std::string();
   // A language is two or three lower-case letters, then perhaps _REGION.
   const std::string base = language.substr(0, language.find('_'));
@@ -1048,11 +1064,11 @@ std::vector<CatalogueReport> CheckCatalogues(const std::vector<std::string>& iLa
         } else {
           ++statistics.fallback;
           if (ownFile && !baseAnswers) {
-            ioFindings.Warning(report.FileAt(language), 0, "untranslated",
-                               "the key " + key + " of " + report.name + " is not translated in " +
-                                   language + ": it falls back to the default text " +
-                                   Quote(Text(resolution.text)),
-                               "translate it in this file");
+            ioFindings.Warning(
+                report.FileAt(language), 0, "untranslated",
+                Concat({"the key ", key, " of ", report.name, " is not translated in ", language,
+                        ": it falls back to the default text ", Quote(Text(resolution.text))}),
+                "translate it in this file");
           }
         }
       }

@@ -469,7 +469,7 @@ void ReadMethodList(KORLumTrace& ioTrace, const CatalogLists& ioLists,
           report->addsObject = 1;
           report->synonym = synonym;
         }
-        ioLists.NLSObjects.Append(std::move(synonym));
+        ioLists.NLSObjects.Append(synonym);
       }
     }
     // A selected entry without KORAB is the last one read.
