@@ -350,11 +350,11 @@ void CheckValue(const std::string& iFile, int iLine, const std::string& iKey,
   if (std::find(iAccepted.begin(), iAccepted.end(), iValue) != iAccepted.end()) return;
   for (const std::string& accepted : iAccepted) {
     if (Lower(Trimmed(iValue)) == Lower(accepted)) {
-      ioFindings.Error(iFile, iLine, "value-case",
-                       Concat({iKey, " = ", Quote(iValue), " is not ", Quote(accepted),
-                               ": the library compares the value exactly, case and blanks "
-                               "included"}),
-                       Concat({"write ", iKey, " = ", accepted}));
+      ioFindings.Error(
+          iFile, iLine, "value-case",
+          Concat({iKey, " = ", Quote(iValue), " is not ", Quote(accepted),
+                  ": the library compares the value exactly, case and blanks included"}),
+          Concat({"write ", iKey, " = ", accepted}));
       return;
     }
   }

@@ -262,9 +262,11 @@ std::string Now() {
     now = static_cast<std::time_t>(std::strtoll(epoch, nullptr, 10));
   }
   std::tm utc{};
-  gmtime_r(&now, &utc);
+  if (gmtime_r(&now, &utc) == nullptr) return "1970-01-01 00:00+0000";
   char text[32];
-  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M+0000", &utc);
+  if (std::strftime(text, sizeof text, "%Y-%m-%d %H:%M+0000", &utc) == 0) {
+    return "1970-01-01 00:00+0000";
+  }
   return text;
 }
 
