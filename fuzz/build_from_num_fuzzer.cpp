@@ -12,10 +12,9 @@
 // "%*d", "%1$d", a length modifier that does not match, two conversions or
 // none) it returns non-zero and leaves the string empty; it never crashes.
 //
-// An allowed format whose width or precision is above kLargestField (and
-// within INT_MAX, beyond which snprintf refuses it) is left out: its
-// rendering is that many bytes (a billion for "%1000000000d"), which measures
-// the allocator rather than the format check.
+// A format that would be allowed but has a width or precision above
+// kLargestField (4096) is refused like the others: a larger field would only
+// make the rendering as large as asked (a billion bytes for "%1000000000d").
 #include <algorithm>
 #include <climits>
 #include <cstddef>
@@ -29,7 +28,7 @@
 
 namespace {
 
-constexpr long long kLargestField = 100000;
+constexpr long long kLargestField = 4096;
 
 struct Conversion {
   bool allowed = false;        // exactly one conversion, allowed for the type
@@ -95,11 +94,8 @@ bool Render(const char* iFormat, Number iNumber, std::string& oText) {
 }
 
 void Check(const std::string& iFormat, bool iLong, std::uint64_t iNumber) {
-  const Conversion conversion = Classify(iFormat, iLong);
-  if (conversion.allowed && conversion.largestField > kLargestField &&
-      conversion.largestField <= INT_MAX) {
-    return;
-  }
+  Conversion conversion = Classify(iFormat, iLong);
+  if (conversion.largestField > kLargestField) conversion.allowed = false;
 
   KORUnicodeString built("previous content");
   const int status = iLong
