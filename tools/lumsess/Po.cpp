@@ -200,8 +200,9 @@ std::map<std::string, std::set<std::string>> Catalogues() {
     for (fs::directory_iterator entry(iDirectory, error), end; !error && entry != end;
          entry.increment(error)) {
       if (entry->path().extension() != ".msgcat" || !entry->is_regular_file(error)) continue;
-      std::set<std::string>& languages = catalogues[entry->path().stem().string()];
-      if (!iLanguage.empty()) languages.insert(iLanguage);
+      const std::string name = entry->path().stem().string();
+      catalogues.try_emplace(name);
+      if (!iLanguage.empty()) catalogues[name].insert(iLanguage);
     }
   };
   const KORListValKORUnicodeString path = KORMsgCatalog::GetSearchPath();
@@ -478,7 +479,8 @@ bool ReadPo(const std::string& iFile, const std::string& iLanguage,
   const std::size_t charsetAt = contentType.find("charset=");
   std::string charset =
       charsetAt == std::string::npos ? std::string() : contentType.substr(charsetAt + 8);
-  charset = charset.substr(0, charset.find_first_of("; \t"));
+  const std::size_t charsetEnd = charset.find_first_of("; \t");
+  if (charsetEnd != std::string::npos) charset.resize(charsetEnd);
   std::string upper;
   for (const char c : charset)
     upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

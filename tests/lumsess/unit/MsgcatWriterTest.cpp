@@ -40,6 +40,8 @@ std::string ReadFile(const std::string& iPath) {
   return content.str();
 }
 
+}  // namespace
+
 TEST(MsgcatValue, PlainTextIsWrittenAsItIs) {
   EXPECT_EQ(EncodeMsgcatValue("Graph view"), "Graph view");
   EXPECT_EQ(ReadBack("Graph view"), "Graph view");
@@ -212,5 +214,3 @@ TEST(AtomicWrite, MissingDirectoryIsReportedAndNothingIsWritten) {
   EXPECT_NE(failure.find("cannot create a temporary file"), std::string::npos) << failure;
   EXPECT_FALSE(std::filesystem::exists(path));
 }
-
-}  // namespace
