@@ -24,7 +24,9 @@
 // later lines are written as soon as the destination accepts them again.
 //
 // Cost: opening and closing a scope allocates nothing, takes no lock and does
-// no I/O: it stores the label and counts the scopes open on the thread. The
+// no I/O: it stores the label and counts the scopes open on the thread. An
+// operation that only writes its own lines can use InLeafScope instead, which
+// opens no scope at all while tracing is off. The
 // line buffer of a thread is created on first use, never while tracing is off.
 // Lines written by several threads never interleave within a line.
 #ifndef KORHUBTrace_h
@@ -84,6 +86,35 @@ class KORPLATFORM_API KORHUBTrace {
     return state == KORHUBTraceDetail::kOn;
   }
 
+  // Gives an operation whose only traced work is its own lines (a getter)
+  // its whole trace, and gives back iResult: while tracing is on, opens a
+  // scope named iMethod, calls iWrite(scope, iResult, iArguments...) to write
+  // the lines, and closes the scope. While tracing is off, such a scope would
+  // write no line and no scope would open inside it: nothing could ever see
+  // it, so it is not opened at all, and the call costs one relaxed load. The
+  // thread's count of open scopes is then not touched either: each update of
+  // that count waits for the previous one, which would chain every getter
+  // call of a loop to the one before. Before tracing is decided, the scope
+  // opens, and decides, as any scope does.
+  //
+  // The writer is given what it writes (iArguments are taken by value: pass
+  // texts and pointers) instead of capturing it, and the result is given
+  // back by the traced path too, so that a getter prepares nothing and keeps
+  // nothing across a call while tracing is off.
+  //
+  //   return KORHUBTrace::InLeafScope("KORLumSessionFile::GetType", 53, 0, _type,
+  //                                   [](const KORHUBTrace& iScope, const int& iType) { ... });
+  template <typename Result, typename Write, typename... Arguments>
+  static const Result& InLeafScope(const char* iMethod, int iLevel, int iOption,
+                                   const Result& iResult, Write iWrite, Arguments... iArguments) {
+    if (__builtin_expect(
+            KORHUBTraceDetail::gState.load(std::memory_order_relaxed) == KORHUBTraceDetail::kOff,
+            1)) {
+      return iResult;
+    }
+    return OpenLeafScope(iMethod, iLevel, iOption, iResult, iWrite, iArguments...);
+  }
+
   // 2 x the number of scopes that were already open on this thread when this
   // one opened: 0 for a top-level scope, 2 for a scope opened inside it, ...
   [[nodiscard]] int GetIndent() const noexcept { return 2 * _depth; }
@@ -113,6 +144,19 @@ class KORPLATFORM_API KORHUBTrace {
   static void SetOutput(std::ostream* iStream);
 
  private:
+  // InLeafScope while tracing is on or not yet decided: out of line and out
+  // of the hot path.
+  template <typename Result, typename Write, typename... Arguments>
+  __attribute__((noinline, cold)) static const Result& OpenLeafScope(const char* iMethod,
+                                                                     int iLevel, int iOption,
+                                                                     const Result& iResult,
+                                                                     Write iWrite,
+                                                                     Arguments... iArguments) {
+    const KORHUBTrace scope(iMethod, iLevel, iOption);
+    if (LevelIsActive(iLevel) != 0) iWrite(scope, iResult, iArguments...);
+    return iResult;
+  }
+
   const char* _method;
   int _level;
   int _option;

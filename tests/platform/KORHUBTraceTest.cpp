@@ -27,6 +27,14 @@ void WriteLine(KORHUBTrace& ioScope, const char* iText) {
   ioScope.Out();
 }
 
+// A leaf scope's writer: writes "value = <iValue>" in the scope it is given.
+void WriteValue(const KORHUBTrace& iScope, const int& iValue) {
+  std::ostream& line = KORHUBTrace::GetLigne();
+  line << KORHUBTrace::Indent(iScope.GetIndent() + 3) << iScope.GetMethodText()
+       << " value = " << iValue << std::endl;
+  KORHUBTrace::Out();
+}
+
 std::string ReadFile(const std::string& iPath) {
   std::ifstream file(iPath);
   std::stringstream content;
@@ -224,4 +232,74 @@ TEST(KORHUBTrace, EachThreadCountsItsOwnScopes) {
     indentInThread = scope.GetIndent();
   }).join();
   EXPECT_EQ(indentInThread, 0);
+}
+
+TEST(KORHUBTrace, LeafScopeGivesBackItsResult) {
+  KORHUBTrace::SetActive(0);
+  const int value = 7;
+  EXPECT_EQ(&KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue), &value);
+}
+
+TEST(KORHUBTrace, LeafScopeWritesItsLinesNestedInTheOpenScopes) {
+  TraceCapture capture;
+  const int value = 7;
+  {
+    KORHUBTrace outer("Outer::Run", 53, 0);
+    EXPECT_EQ(&KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue), &value);
+  }
+  EXPECT_EQ(capture.Text(), "     Unit::Get value = 7\n");
+}
+
+TEST(KORHUBTrace, LeafScopeClosesBeforeTheNextScopeOpens) {
+  KORHUBTrace::SetActive(1);
+  const int value = 7;
+  (void)KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, [](const KORHUBTrace&, const int&) {});
+  KORHUBTrace next("Unit::Next", 53, 0);
+  EXPECT_EQ(next.GetIndent(), 0);
+}
+
+TEST(KORHUBTrace, LeafScopeWritesNothingWhileTracingIsOff) {
+  KORHUBTrace::SetActive(0);
+  int calls = 0;
+  (void)KORHUBTrace::InLeafScope(
+      "Unit::Get", 53, 0, calls, [](const KORHUBTrace&, const int&, int* ioCalls) { ++*ioCalls; },
+      &calls);
+  EXPECT_EQ(calls, 0);
+}
+
+TEST(KORHUBTrace, LeafScopeWhileTracingIsOffLeavesTheOpenScopesCount) {
+  KORHUBTrace::SetActive(0);
+  KORHUBTrace outer("Outer::Run", 53, 0);
+  const int value = 7;
+  (void)KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue);
+  KORHUBTrace inner("Inner::Run", 53, 0);
+  EXPECT_EQ(inner.GetIndent(), 2);
+}
+
+TEST(KORHUBTrace, LeafScopeDecidesTracingFromTheEnvironmentWhenItIsTheFirstScope) {
+  setenv("KORHUB_TRACE", "1", 1);
+  std::ostringstream written;
+  KORHUBTrace::SetOutput(&written);
+  const int value = 7;
+  (void)KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue);
+  KORHUBTrace::SetOutput(nullptr);
+  EXPECT_EQ(written.str(), "   Unit::Get value = 7\n");
+}
+
+TEST(KORHUBTrace, LeafScopeAsFirstScopeLeavesTracingOffWithoutTheEnvironmentVariable) {
+  unsetenv("KORHUB_TRACE");
+  const int value = 7;
+  (void)KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue);
+  // Decided at that first scope: a later change of the variable is not read.
+  setenv("KORHUB_TRACE", "1", 1);
+  EXPECT_EQ(KORHUBTrace::LevelIsActive(53), 0);
+}
+
+TEST(KORHUBTrace, LeafScopesAllocateNothingWhileTracingIsOff) {
+  KORHUBTrace::SetActive(0);
+  const int value = 7;
+  AllocationCounter counter;
+  for (int i = 0; i < 100; ++i)
+    (void)KORHUBTrace::InLeafScope("Unit::Get", 53, 0, value, WriteValue);
+  EXPECT_EQ(counter.Count(), 0);
 }

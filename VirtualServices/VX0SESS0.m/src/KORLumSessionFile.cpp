@@ -158,45 +158,31 @@ int KORLumSessionFile::operator!=(const KORLumSessionFile& iOther) const {
 }
 
 _KORLumSessionFileType KORLumSessionFile::GetType() const {
-  KORLumTrace trace("KORLumSessionFile::GetType");
-  trace.Value("_type", _type);
-  return _type;
+  return KORLumTrace::Getter("KORLumSessionFile::GetType", "_type", _type);
 }
 
 const KORUnicodeString& KORLumSessionFile::GetFile() const {
-  KORLumTrace trace("KORLumSessionFile::GetFile");
-  trace.Value("_file", _file);
-  return _file;
+  return KORLumTrace::Getter("KORLumSessionFile::GetFile", "_file", _file);
 }
 
 const KORLumViewerDef& KORLumSessionFile::GetViewerDef() const {
-  KORLumTrace trace("KORLumSessionFile::GetViewerDef");
-  trace.Value("_viewerDef", _viewerDef);
-  return _viewerDef;
+  return KORLumTrace::Getter("KORLumSessionFile::GetViewerDef", "_viewerDef", _viewerDef);
 }
 
 const KORUnicodeString& KORLumSessionFile::GetViewer() const {
-  KORLumTrace trace("KORLumSessionFile::GetViewer");
-  trace.Value("_viewer", _viewer);
-  return _viewer;
+  return KORLumTrace::Getter("KORLumSessionFile::GetViewer", "_viewer", _viewer);
 }
 
 _KORLumGraphSessionLoadMode KORLumSessionFile::GetLoadMode() const {
-  KORLumTrace trace("KORLumSessionFile::GetLoadMode");
-  trace.Value("_loadMode", _loadMode);
-  return _loadMode;
+  return KORLumTrace::Getter("KORLumSessionFile::GetLoadMode", "_loadMode", _loadMode);
 }
 
 _KORLumGraphSessionInstanceMode KORLumSessionFile::GetInstanceMode() const {
-  KORLumTrace trace("KORLumSessionFile::GetInstanceMode");
-  trace.Value("_instanceMode", _instanceMode);
-  return _instanceMode;
+  return KORLumTrace::Getter("KORLumSessionFile::GetInstanceMode", "_instanceMode", _instanceMode);
 }
 
 unsigned long KORLumSessionFile::GetOption() const {
-  KORLumTrace trace("KORLumSessionFile::GetOption");
-  trace.Value("_option", _option);
-  return _option;
+  return KORLumTrace::Getter("KORLumSessionFile::GetOption", "_option", _option);
 }
 
 const KORLumSessionFile& KORLumSessionFile::GetNoSessionFile() {

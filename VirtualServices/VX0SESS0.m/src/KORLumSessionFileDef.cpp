@@ -103,21 +103,15 @@ int KORLumSessionFileDef::operator!=(const KORLumSessionFileDef& iOther) const {
 }
 
 _KORLumSessionFileType KORLumSessionFileDef::GetType() const {
-  KORLumTrace trace("KORLumSessionFileDef::GetType");
-  trace.Value("_type", _type);
-  return _type;
+  return KORLumTrace::Getter("KORLumSessionFileDef::GetType", "_type", _type);
 }
 
 const KORUnicodeString& KORLumSessionFileDef::GetName() const {
-  KORLumTrace trace("KORLumSessionFileDef::GetName");
-  trace.Value("_name", _name);
-  return _name;
+  return KORLumTrace::Getter("KORLumSessionFileDef::GetName", "_name", _name);
 }
 
 const KORUnicodeString& KORLumSessionFileDef::GetSuffix() const {
-  KORLumTrace trace("KORLumSessionFileDef::GetSuffix");
-  trace.Value("_suffix", _suffix);
-  return _suffix;
+  return KORLumTrace::Getter("KORLumSessionFileDef::GetSuffix", "_suffix", _suffix);
 }
 
 const KORLumViewerBag& KORLumSessionFileDef::GetViewerBag(const int iIndex) const {

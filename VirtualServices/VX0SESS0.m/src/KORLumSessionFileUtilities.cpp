@@ -526,16 +526,14 @@ int KORLumSessionFileUtilities::IsStartUpSession() {
 
 KORUnicodeString KORLumSessionFileUtilities::GetBRIXFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetBRIXFilesPath");
-  const KORUnicodeString& path =
-      FilesPath(trace, gBRIXFilesPath, kBRIXFilesPath);
+  const KORUnicodeString& path = FilesPath(trace, gBRIXFilesPath, kBRIXFilesPath);
   trace.Value("BRIXFilesPath", path);
   return path;
 }
 
 KORUnicodeString KORLumSessionFileUtilities::GetGraphFilesPath() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetGraphFilesPath");
-  const KORUnicodeString& path =
-      FilesPath(trace, gGraphFilesPath, kGraphFilesPath);
+  const KORUnicodeString& path = FilesPath(trace, gGraphFilesPath, kGraphFilesPath);
   trace.Value("graphFilesPath", path);
   return path;
 }

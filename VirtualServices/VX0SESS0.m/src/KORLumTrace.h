@@ -58,6 +58,31 @@ class KORLumTrace {
     Line(iName, " = ", iValue);
   }
 
+  // The whole trace of a getter, the scope iMethod with the line
+  // "<iName> = <iValue>", and iValue given back:
+  //
+  //   return KORLumTrace::Getter("KORLumSessionFile::GetType", "_type", _type);
+  //
+  // The lines are those of a KORLumTrace with Value; while tracing is off the
+  // getter costs one relaxed load (KORHUBTrace::InLeafScope).
+  template <typename Shown>
+  static const Shown& Getter(const char* iMethod, const char* iName, const Shown& iValue) {
+    return KORHUBTrace::InLeafScope(
+        iMethod, kLevel, kOption, iValue,
+        [](const KORHUBTrace& iScope, const Shown& iShown, const char* iShownName) {
+          WriteLine(iScope.GetMethodText(), iScope.GetIndent(), iShownName, " = ", iShown);
+        },
+        iName);
+  }
+
+  // The trace of a getter that writes no line: the scope iMethod alone, and
+  // iValue given back.
+  template <typename Shown>
+  static const Shown& Silent(const char* iMethod, const Shown& iValue) {
+    return KORHUBTrace::InLeafScope(iMethod, kLevel, kOption, iValue,
+                                    [](const KORHUBTrace& /*iScope*/, const Shown& /*iShown*/) {});
+  }
+
  private:
   // The writing itself, out of line and out of the hot path. It is given the
   // scope's label and indent by value, not the scope: a scope whose address

@@ -49,13 +49,11 @@ int KORLumViewerDef::operator!=(const KORLumViewerDef& iOther) const {
 }
 
 const KORUnicodeString& KORLumViewerDef::GetObject() const {
-  KORLumTrace trace("KORLumViewerDef::GetObject");
-  return _object;
+  return KORLumTrace::Silent("KORLumViewerDef::GetObject", _object);
 }
 
 const KORUnicodeString& KORLumViewerDef::GetViewer() const {
-  KORLumTrace trace("KORLumViewerDef::GetViewer");
-  return _viewer;
+  return KORLumTrace::Silent("KORLumViewerDef::GetViewer", _viewer);
 }
 
 KORUnicodeString KORLumViewerDef::ConvertToString() const {
