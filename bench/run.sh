@@ -2,7 +2,8 @@
 # Runs every benchmark of the bench preset once, each case repeated
 # (5 repetitions by default), and prints the median CPU time of each case
 # with the ratios of each measure to its baselines, as docs/performance.md
-# shows them.
+# shows them; then the library's performance goals, each a ratio of this run
+# with its bound, and whether the spdlog baselines had spdlog's code inlined.
 #
 #   cmake --preset bench && cmake --build --preset bench && bench/run.sh
 #
@@ -43,11 +44,16 @@ for name, ns in medians.items():
 # Each measure with its baselines (measure / baseline).
 pairs = [
     ("BM_TracedGetTypeTracingOff", "BM_EmptyCallIntoSharedLibrary"),
+    ("BM_TracedGetTypeTracingOff", "BM_SpdlogDisabledTraceAtO2"),
+    ("BM_TracedGetTypeTracingOff", "BM_SpdlogDefaultLoggerDisabledTraceAtO2"),
     ("BM_TracedGetTypeTracingOff", "BM_SpdlogDisabledTrace"),
+    ("BM_SpdlogDisabledTraceAtO2", "BM_SpdlogDisabledTrace"),
     ("BM_TracedGetTypeTracingOn", "BM_SpdlogTraceToOstreamSink"),
     ("DisplayLineTranslated", "DisplayLineWithDgettext"),
     ("DisplayLineTranslated", "DisplayLineByConcatenation"),
+    ("DisplayLineWithoutCatalogue", "DisplayLineTranslated"),
     ("DisplayLineWithoutCatalogue", "DisplayLineWithDgettext"),
+    ("LookupOfAMissingText", "LookupOfAFoundText"),
     ("ViewerCatalogueFirstReadWithLoadAndUnload/10000", "ViewerCatalogueFirstReadWithLoadAndUnload/1000"),
     ("ViewerCatalogueFirstReadWithLoadAndUnload/100000", "ViewerCatalogueFirstReadWithLoadAndUnload/10000"),
     ("ViewerCatalogueFirstReadWithLoadAndUnload/1000", "MethodListReadWithThePool/1000"),
@@ -65,4 +71,44 @@ print("| --- | --- | ---: |")
 for measure, baseline in pairs:
     if measure in medians and baseline in medians:
         print(f"| {measure} | {baseline} | {medians[measure] / medians[baseline]:.2f} |")
+
+# The performance goals of the library, each a ratio of two medians of this
+# run and its bound: (what, measure, baseline, bound, strict).
+goals = [
+    ("display line, French catalogues / the same line from dgettext",
+     "DisplayLineTranslated", "DisplayLineWithDgettext", 1.0, False),
+    ("display line, no catalogue file / French catalogues",
+     "DisplayLineWithoutCatalogue", "DisplayLineTranslated", 2.0, False),
+    ("GetType, tracing off / spdlog disabled trace (program built at -O2)",
+     "BM_TracedGetTypeTracingOff", "BM_SpdlogDisabledTraceAtO2", 0.3, True),
+    ("GetType, tracing off / empty call into a shared library",
+     "BM_TracedGetTypeTracingOff", "BM_EmptyCallIntoSharedLibrary", 2.0, False),
+    ("GetViewers() first call, 100,000 / 10,000 entries",
+     "ViewerCatalogueFirstReadWithLoadAndUnload/100000",
+     "ViewerCatalogueFirstReadWithLoadAndUnload/10000", 10.5, False),
+]
+print()
+print("| Goal | Ratio | Bound | Met |")
+print("| --- | ---: | ---: | --- |")
+for what, measure, baseline, bound, strict in goals:
+    if measure in medians and baseline in medians:
+        ratio = medians[measure] / medians[baseline]
+        met = ratio < bound if strict else ratio <= bound
+        print(f"| {what} | {ratio:.2f} | {'<' if strict else '≤'} {bound} | {'yes' if met else 'no'} |")
 EOF
+
+# The spdlog baselines are only worth what their build is: say whether the
+# caller's compiler inlined spdlog's logger::log_ into each of them.
+calls_log() {
+  objdump -d -C --no-show-raw-insn "$binaries/trace_bench" |
+    awk -v f="<(anonymous namespace)::$1(benchmark::State&)>:" 'index($0, f) { p = 1 } p && /^$/ { p = 0 } p' |
+    grep -q 'call.*spdlog::logger::log_<'
+}
+echo
+for name in BM_SpdlogDisabledTrace BM_SpdlogDisabledTraceAtO2; do
+  if calls_log "$name"; then
+    echo "$name: spdlog's logger::log_ is called out of line"
+  else
+    echo "$name: spdlog's logger::log_ is inlined into the loop"
+  fi
+done
