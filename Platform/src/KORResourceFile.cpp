@@ -17,37 +17,31 @@
 #include <utility>
 #include <vector>
 
+#include "KORPositionIndex.h"
+
 // The padding the analyser reports is the cache line of `expected` (last
 // member): it keeps the guess that every lookup writes apart from what the
 // lookups only read.
 struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.performance.Padding)
-  // One place of the key index: the key's hash, and 1 + the key's position
-  // (0 for a free place).
-  struct Slot {
-    std::uint32_t hash;
-    std::uint32_t declaration;
-  };
-
-  // The hash of a key in the index.
-  [[nodiscard]] static std::uint32_t HashOf(std::string_view iKey) noexcept {
-    return static_cast<std::uint32_t>(std::hash<std::string_view>()(iKey));
-  }
-
   // The key at iPosition (a view into keyText).
   [[nodiscard]] std::string_view KeyOf(std::size_t iPosition) const noexcept {
     const std::size_t begin = iPosition == 0 ? 0 : keyEnds[iPosition - 1];
     return std::string_view(keyText.data() + begin, keyEnds[iPosition] - begin);
   }
 
-  // The place of iKey (whose hash is iHash) in the index, or the free place
-  // where it would go. The index must have places.
-  [[nodiscard]] std::size_t PlaceOf(std::string_view iKey, std::uint32_t iHash) const noexcept {
-    const std::size_t mask = slots.size() - 1;
-    for (std::size_t place = iHash & mask;; place = (place + 1) & mask) {
-      const Slot& slot = slots[place];
-      if (slot.declaration == 0) return place;
-      if (slot.hash == iHash && KeyOf(slot.declaration - 1) == iKey) return place;
-    }
+  // The test that tells the index whether the key at a 1-based position is
+  // iKey.
+  [[nodiscard]] auto IsKeyAt(std::string_view iKey) const {
+    return
+        [this, iKey](KORPositionIndex::Position iPosition) { return KeyOf(iPosition - 1) == iKey; };
+  }
+
+  // The position of iKey in the file's distinct keys (0 for the first), or
+  // values.size() when the file does not declare it.
+  [[nodiscard]] std::size_t PositionOf(std::string_view iKey) const {
+    const KORPositionIndex::Position position =
+        index.Find(KORPositionIndex::HashOf(iKey), IsKeyAt(iKey));
+    return position == 0 ? values.size() : position - 1;
   }
 
   KORResourceFile::State state = KORResourceFile::Absent;
@@ -110,10 +104,8 @@ struct kor_detail::ResourceFileContent {  // NOLINT(clang-analyzer-optin.perform
   // The value of each key once made (null until then); sized when the
   // content is complete.
   mutable std::unique_ptr<std::atomic<const KORUnicodeString*>[]> texts;
-  // Key -> its position: open addressing with linear probing, a power of two
-  // of places, at most half of them taken (none for a file without
-  // declarations).
-  std::vector<Slot> slots;
+  // Each key's position, 1-based (empty for a file without declarations).
+  KORPositionIndex index;
   // The first problems met, in line order (the file name is put before
   // each when they are listed), and how many more there were.
   std::vector<KORResourceProblem> problems;
@@ -202,20 +194,6 @@ struct Declarations {
   std::string scratch;  // a decoded quoted value
 };
 
-// Doubles the key index (or makes its first places), keeping every key.
-void GrowIndex(Content& ioContent) {
-  const std::size_t places = ioContent.slots.empty() ? 8 : 2 * ioContent.slots.size();
-  std::vector<Content::Slot> old(places, Content::Slot{0, 0});
-  old.swap(ioContent.slots);
-  const std::size_t mask = places - 1;
-  for (const Content::Slot& slot : old) {
-    if (slot.declaration == 0) continue;
-    std::size_t place = slot.hash & mask;
-    while (ioContent.slots[place].declaration != 0) place = (place + 1) & mask;
-    ioContent.slots[place] = slot;
-  }
-}
-
 // Records the declaration iKey = iValue of line iNumber (iValue as read); a
 // key declared before gets the new value, and the duplicate is recorded.
 void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::string_view iValue,
@@ -231,11 +209,11 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
     sanitized = std::string(KORUnicodeString(iKey.data(), iKey.size()).View());
     iKey = sanitized;
   }
-  if (2 * (content.values.size() + 1) > content.slots.size()) GrowIndex(content);
-  const std::uint32_t hash = Content::HashOf(iKey);
-  Content::Slot& slot = content.slots[content.PlaceOf(iKey, hash)];
-  if (slot.declaration != 0) {
-    const std::size_t position = slot.declaration - 1;
+  const KORPositionIndex::Position declared =
+      content.index.FindOrAdd(KORPositionIndex::HashOf(iKey), content.IsKeyAt(iKey),
+                              static_cast<KORPositionIndex::Position>(content.values.size() + 1));
+  if (declared != 0) {
+    const std::size_t position = declared - 1;
     std::string reason("key \"");
     reason.append(iKey)
         .append("\" declared again (previously at line ")
@@ -260,7 +238,6 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
                             static_cast<std::uint32_t>(iValue.size())});
   content.valueText.append(iValue);
   content.lines.push_back(static_cast<std::uint32_t>(iNumber));
-  slot = {hash, static_cast<std::uint32_t>(content.values.size())};
 }
 
 // Parses one line (without its line end) into ioDeclarations.
@@ -536,12 +513,10 @@ const KORUnicodeString* KORResourceFile::Find(std::string_view iKey) const noexc
     content.expected.store(guess + 1, std::memory_order_relaxed);
     return content.TextOf(guess);
   }
-  if (content.slots.empty()) return nullptr;
-  const std::uint32_t declaration =
-      content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
-  if (declaration == 0) return nullptr;
-  content.expected.store(declaration, std::memory_order_relaxed);
-  return content.TextOf(declaration - 1);
+  const std::size_t position = content.PositionOf(iKey);
+  if (position == content.values.size()) return nullptr;
+  content.expected.store(position + 1, std::memory_order_relaxed);
+  return content.TextOf(position);
 }
 
 KORListValKORUnicodeString KORResourceFile::GetKeys() const {
@@ -584,10 +559,8 @@ void KORResourceFile::ForEachKey(
 
 int KORResourceFile::GetLine(std::string_view iKey) const noexcept {
   const Content& content = *_content;
-  if (content.slots.empty()) return 0;
-  const std::uint32_t declaration =
-      content.slots[content.PlaceOf(iKey, Content::HashOf(iKey))].declaration;
-  return declaration == 0 ? 0 : static_cast<int>(content.lines[declaration - 1]);
+  const std::size_t position = content.PositionOf(iKey);
+  return position == content.values.size() ? 0 : static_cast<int>(content.lines[position]);
 }
 
 KORResourceFile::Encoding KORResourceFile::GetEncoding() const noexcept {

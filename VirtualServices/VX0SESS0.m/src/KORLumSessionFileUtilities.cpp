@@ -17,6 +17,7 @@
 #include "KORLumViewerBag.h"
 #include "KORLumViewerDef.h"
 #include "KORMsgCatalog.h"
+#include "KORPositionIndex.h"
 
 namespace {
 
@@ -287,11 +288,8 @@ KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
 // --- Viewer catalogue -----------------------------------------------------------
 
 // The bags of the objects read so far, by object: their positions in
-// gObjects (index for index with the bags) in an open-addressing table whose
-// places keep each object's hash. Finding an object reads one place of a
-// table of integers, and the object's text only when the hashes are equal;
-// a node-based map followed three pointers into a heap that a large
-// catalogue no longer keeps in the processor's caches.
+// gObjects (index for index with the bags), found through the platform's
+// position index, so that a large catalogue is read in linear time.
 class BagsOfObjects {
  public:
   // An index of the bags of iObjects, which it reads but does not own.
@@ -299,60 +297,31 @@ class BagsOfObjects {
 
   // The position of iObject's bag, or 0 when it has none yet.
   [[nodiscard]] int Find(const KORUnicodeString& iObject) const {
-    if (_places.empty()) return 0;
-    return _places[PlaceOf(iObject, HashOf(iObject))].position;
+    return static_cast<int>(_index.Find(HashOf(iObject), IsObjectAt{_objects, iObject}));
   }
 
   // Records that iObject, which has no bag yet, is the object at iPosition
   // of the objects.
   void Add(const KORUnicodeString& iObject, int iPosition) {
-    if (2 * (_count + 1) > _places.size()) Grow();
-    const std::size_t hash = HashOf(iObject);
-    Place& place = _places[PlaceOf(iObject, hash)];
-    place.hash = hash;
-    place.position = iPosition;
-    ++_count;
+    _index.Add(HashOf(iObject), static_cast<KORPositionIndex::Position>(iPosition));
   }
 
  private:
-  struct Place {
-    // Read by PlaceOf; cppcheck misses reads through an indexed element.
-    // cppcheck-suppress unusedStructMember
-    std::size_t hash;
-    int position;  // 0 for a free place
+  static KORPositionIndex::Hash HashOf(const KORUnicodeString& iObject) {
+    return KORPositionIndex::HashOf(iObject.View());
+  }
+
+  // Whether the object at a position of the objects is iObject.
+  struct IsObjectAt {
+    const KORListValKORUnicodeString& objects;
+    const KORUnicodeString& object;
+    bool operator()(KORPositionIndex::Position iPosition) const {
+      return objects[static_cast<int>(iPosition)] == object;
+    }
   };
 
-  static std::size_t HashOf(const KORUnicodeString& iObject) {
-    return std::hash<KORUnicodeString>()(iObject);
-  }
-
-  // The place of iObject, or the free place where it would go.
-  [[nodiscard]] std::size_t PlaceOf(const KORUnicodeString& iObject, std::size_t iHash) const {
-    const std::size_t mask = _places.size() - 1;
-    std::size_t place = iHash & mask;
-    while (_places[place].position != 0 &&
-           (_places[place].hash != iHash || _objects[_places[place].position] != iObject)) {
-      place = (place + 1) & mask;
-    }
-    return place;
-  }
-
-  // Doubles the table (a power of two of places, at most half of them taken).
-  void Grow() {
-    std::vector<Place> previous(std::max<std::size_t>(16, 2 * _places.size()), Place{0, 0});
-    previous.swap(_places);
-    const std::size_t mask = _places.size() - 1;
-    for (const Place& taken : previous) {
-      if (taken.position == 0) continue;
-      std::size_t place = taken.hash & mask;
-      while (_places[place].position != 0) place = (place + 1) & mask;
-      _places[place] = taken;
-    }
-  }
-
   const KORListValKORUnicodeString& _objects;
-  std::vector<Place> _places;
-  std::size_t _count = 0;
+  KORPositionIndex _index;
 };
 
 // The five lists of a viewer catalogue: the module's own, or those of an
