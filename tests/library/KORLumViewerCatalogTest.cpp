@@ -208,6 +208,46 @@ TEST(KORLumViewerCatalog, SameCommandAndObjectTwiceGiveTheCommandTwiceButOnceInT
   EXPECT_EQ(BagTexts(Utilities::GetViewerBags()), (std::vector<std::string>{"O1: [C1]"}));
 }
 
+TEST(KORLumViewerCatalog, CommandListedTwiceIsShownWithTheLabelOfItsFirstEntry) {
+  SessionFileConfiguration configuration;
+  configuration.WriteMethodList(MethodListFile()
+                                    .Entry("HUB", "Tools", "C1", "T1", "O1")
+                                    .Entry("HUB", "Tools", "C1", "T2", "O2"));
+  configuration.WriteCatalogue("", "KORDMToolsManager", "T1.Label = First\nT2.Label = Second\n");
+  EXPECT_EQ(ListText(Utilities::GetNLSViewers()), "[First] [Second]");
+  EXPECT_EQ(Text(Utilities::GetNLSViewer("C1")), "First");
+}
+
+TEST(KORLumViewerCatalog, EveryNameOfALargeCatalogueIsTranslatedAndEveryObjectHasItsViewers) {
+  SessionFileConfiguration configuration;
+  MethodListFile table;
+  std::string labels;
+  std::string synonyms;
+  for (int n = 1; n <= 2000; ++n) {
+    const std::string viewer = "C" + std::to_string(n);
+    const std::string object = "O" + std::to_string(n % 1000);
+    table.Entry("HUB", "Tools", viewer.c_str(), ("T" + viewer).c_str(), object.c_str());
+    labels += "T" + viewer + ".Label = Label " + viewer + "\n";
+  }
+  for (int i = 0; i < 1000; ++i) {
+    synonyms += "O" + std::to_string(i) + ".Synonym = Synonym " + std::to_string(i) + "\n";
+  }
+  configuration.WriteMethodList(table);
+  configuration.WriteCatalogue("", "KORDMToolsManager", labels);
+  configuration.WriteCatalogue("", "KORLumSessionFile", synonyms);
+  for (int n = 1; n <= 2000; ++n) {
+    const std::string viewer = "C" + std::to_string(n);
+    ASSERT_EQ(Text(Utilities::GetNLSViewer(viewer.c_str())), "Label " + viewer);
+  }
+  for (int i = 0; i < 1000; ++i) {
+    const std::string object = "O" + std::to_string(i);
+    ASSERT_EQ(Text(Utilities::GetNLSObject(object.c_str())), "Synonym " + std::to_string(i));
+    const int first = i == 0 ? 1000 : i;
+    ASSERT_EQ(ListText(Utilities::GetViewers(object.c_str())),
+              "[C" + std::to_string(first) + "] [C" + std::to_string(first + 1000) + "]");
+  }
+}
+
 TEST(KORLumViewerCatalog, TwoViewersOfOneObjectShareItsBag) {
   SessionFileConfiguration configuration;
   configuration.WriteMethodList(MethodListFile()

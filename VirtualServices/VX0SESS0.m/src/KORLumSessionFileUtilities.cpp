@@ -28,6 +28,55 @@ namespace {
 // so that they are destroyed first (graph files path, then BRIX files path),
 // and only if they were built.
 
+// Where each name of a list stands, found through the platform's position
+// index: a name is found in a catalogue of any size without reading the
+// list from its start, so that reading a large table, or translating every
+// viewer of it, takes linear time. Answers what Locate(name, 1) answers:
+// the first position of the name, or 0.
+class NamePositions {
+ public:
+  // An index of iNames, which it reads but does not own.
+  explicit NamePositions(const KORListValKORUnicodeString& iNames) : _names(iNames) {}
+
+  // The first position of iName in the names, or 0 when it is not there (or
+  // not indexed yet).
+  [[nodiscard]] int Find(const KORUnicodeString& iName) const {
+    return static_cast<int>(_index.Find(HashOf(iName), IsNameAt{_names, iName}));
+  }
+
+  // Records that iName, which is not indexed yet, is at iPosition.
+  void Add(const KORUnicodeString& iName, int iPosition) {
+    _index.Add(HashOf(iName), static_cast<KORPositionIndex::Position>(iPosition));
+  }
+
+  // Indexes the first position of every name of the list as it stands.
+  void AddAll() {
+    _index.Reserve(static_cast<std::size_t>(_names.Size()));
+    for (int position = 1; position <= _names.Size(); ++position) {
+      const KORUnicodeString& name = _names[position];
+      (void)_index.FindOrAdd(HashOf(name), IsNameAt{_names, name},
+                             static_cast<KORPositionIndex::Position>(position));
+    }
+  }
+
+ private:
+  static KORPositionIndex::Hash HashOf(const KORUnicodeString& iName) {
+    return KORPositionIndex::HashOf(iName.View());
+  }
+
+  // Whether the name at a position of the names is iName.
+  struct IsNameAt {
+    const KORListValKORUnicodeString& names;
+    const KORUnicodeString& name;
+    bool operator()(KORPositionIndex::Position iPosition) const {
+      return names[static_cast<int>(iPosition)] == name;
+    }
+  };
+
+  const KORListValKORUnicodeString& _names;
+  KORPositionIndex _index;
+};
+
 // The viewer catalogue: one bag per object, the objects and their translated
 // names (index for index), the viewers and their translated labels (index
 // for index).
@@ -39,6 +88,10 @@ KORListValKORUnicodeString gObjects;
 KORListValKORUnicodeString gNLSObjects;
 KORListValKORUnicodeString gViewers;
 KORListValKORUnicodeString gNLSViewers;
+// Where each object and each viewer stands in its list, indexed once the
+// catalogue is read.
+NamePositions gObjectPositions(gObjects);
+NamePositions gViewerPositions(gViewers);
 // The "no viewer" text, empty until first computed.
 KORUnicodeString gNLSNoViewer;
 
@@ -258,25 +311,23 @@ KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
 
 const KORListValKORUnicodeString& LoadedViewers();
 
-// The translation of iName in iTranslations, index for index with iNames,
-// or iName itself when it is not listed or its translation is empty.
-KORUnicodeString NameIn(const KORUnicodeString& iName, const KORListValKORUnicodeString& iNames,
+// The translation of iName in iTranslations, index for index with iNames
+// (whose positions iPositions indexes), or iName itself when it is not listed
+// or its translation is empty.
+KORUnicodeString NameIn(const KORUnicodeString& iName, const NamePositions& iPositions,
                         const KORListValKORUnicodeString& iTranslations) {
   KORUnicodeString translated;
-  if (iNames.Size() > 0) {
-    const int index = iNames.Locate(iName, 1);
-    if (index > 0) translated = iTranslations[index];
-  }
+  const int index = iPositions.Find(iName);
+  if (index > 0) translated = iTranslations[index];
   if (translated.GetLengthInChar() == 0) translated = iName;
   return translated;
 }
 
 // The same in the viewer catalogue, filled on first use.
-KORUnicodeString TranslateName(const KORUnicodeString& iName,
-                               const KORListValKORUnicodeString& iNames,
+KORUnicodeString TranslateName(const KORUnicodeString& iName, const NamePositions& iPositions,
                                const KORListValKORUnicodeString& iTranslations) {
   LoadedViewers();
-  return NameIn(iName, iNames, iTranslations);
+  return NameIn(iName, iPositions, iTranslations);
 }
 
 KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
@@ -286,43 +337,6 @@ KORString Concatenate(const KORUnicodeString& iStem, const char* iSuffix) {
 }
 
 // --- Viewer catalogue -----------------------------------------------------------
-
-// The bags of the objects read so far, by object: their positions in
-// gObjects (index for index with the bags), found through the platform's
-// position index, so that a large catalogue is read in linear time.
-class BagsOfObjects {
- public:
-  // An index of the bags of iObjects, which it reads but does not own.
-  explicit BagsOfObjects(const KORListValKORUnicodeString& iObjects) : _objects(iObjects) {}
-
-  // The position of iObject's bag, or 0 when it has none yet.
-  [[nodiscard]] int Find(const KORUnicodeString& iObject) const {
-    return static_cast<int>(_index.Find(HashOf(iObject), IsObjectAt{_objects, iObject}));
-  }
-
-  // Records that iObject, which has no bag yet, is the object at iPosition
-  // of the objects.
-  void Add(const KORUnicodeString& iObject, int iPosition) {
-    _index.Add(HashOf(iObject), static_cast<KORPositionIndex::Position>(iPosition));
-  }
-
- private:
-  static KORPositionIndex::Hash HashOf(const KORUnicodeString& iObject) {
-    return KORPositionIndex::HashOf(iObject.View());
-  }
-
-  // Whether the object at a position of the objects is iObject.
-  struct IsObjectAt {
-    const KORListValKORUnicodeString& objects;
-    const KORUnicodeString& object;
-    bool operator()(KORPositionIndex::Position iPosition) const {
-      return objects[static_cast<int>(iPosition)] == object;
-    }
-  };
-
-  const KORListValKORUnicodeString& _objects;
-  KORPositionIndex _index;
-};
 
 // The five lists of a viewer catalogue: the module's own, or those of an
 // explanation.
@@ -362,7 +376,7 @@ KORUnicodeString ReadEntryField(const KORUnicodeString& iIndex, KeyName iField, 
 void ReadMethodList(KORLumTrace& ioTrace, const CatalogLists& ioLists,
                     std::vector<Entry>* oReport) {
   // Position of each object's bag, so that the table is read in linear time.
-  BagsOfObjects bagOfObject(ioLists.objects);
+  NamePositions bagOfObject(ioLists.objects);
   for (int n = 1;; ++n) {
     Entry* report = nullptr;
     if (oReport != nullptr) {
@@ -459,6 +473,8 @@ const KORListValKORUnicodeString& LoadedViewers() {
   // A resource that cannot be loaded leaves the catalogue empty for good.
   if (KORLumPool::LoadPool(Key(kWhereKey).container) == 0) {
     ReadMethodList(trace, {gViewerBags, gObjects, gNLSObjects, gViewers, gNLSViewers}, nullptr);
+    gObjectPositions.AddAll();
+    gViewerPositions.AddAll();
   }
   gViewersLoaded = true;
   trace.Line("Number of viewer(s) = [", gViewers.Size(), "]");
@@ -530,11 +546,9 @@ KORListValKORUnicodeString KORLumSessionFileUtilities::GetViewers(const KORUnico
   trace.Value("iObject", iObject);
   LoadedViewers();
   KORListValKORUnicodeString viewers;
-  if (gViewerBags.Size() > 0) {
-    // Objects are unique in the catalogue, and index for index with the bags.
-    const int index = gObjects.Locate(iObject, 1);
-    if (index > 0) viewers = gViewerBags[index].GetViewers();
-  }
+  // Objects are unique in the catalogue, and index for index with the bags.
+  const int index = gObjectPositions.Find(iObject);
+  if (index > 0) viewers = gViewerBags[index].GetViewers();
   trace.Line("Number of viewer(s) = [", viewers.Size(), "]");
   return viewers;
 }
@@ -676,7 +690,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSNoViewer() {
 KORUnicodeString KORLumSessionFileUtilities::GetNLSObject(const KORUnicodeString& iObject) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSObject");
   trace.Value("iObject", iObject);
-  KORUnicodeString NLSObject = TranslateName(iObject, gObjects, gNLSObjects);
+  KORUnicodeString NLSObject = TranslateName(iObject, gObjectPositions, gNLSObjects);
   trace.Value("NLSObject", NLSObject);
   return NLSObject;
 }
@@ -684,7 +698,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSObject(const KORUnicodeString
 KORUnicodeString KORLumSessionFileUtilities::GetNLSViewer(const KORUnicodeString& iViewer) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSViewer");
   trace.Value("iViewer", iViewer);
-  KORUnicodeString NLSViewer = TranslateName(iViewer, gViewers, gNLSViewers);
+  KORUnicodeString NLSViewer = TranslateName(iViewer, gViewerPositions, gNLSViewers);
   trace.Value("NLSViewer", NLSViewer);
   return NLSViewer;
 }
@@ -716,9 +730,11 @@ int KORLumSessionFileUtilities::ExplainViewers(std::vector<KORLumMethodListEntry
   KORListValKORUnicodeString viewers;
   KORListValKORUnicodeString NLSViewers;
   ReadMethodList(trace, {bags, objects, NLSObjects, viewers, NLSViewers}, &oEntries);
+  NamePositions viewerPositions(viewers);
+  viewerPositions.AddAll();
   for (KORLumMethodListEntry& entry : oEntries) {
     if (entry.viewerPosition > 0) {
-      entry.shownLabel = NameIn(entry.command.value, viewers, NLSViewers);
+      entry.shownLabel = NameIn(entry.command.value, viewerPositions, NLSViewers);
     }
   }
   trace.Line("Number of viewer(s) = [", viewers.Size(), "]");
