@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Runs every benchmark of the bench preset once, each case repeated
-# (5 repetitions by default), and prints the median CPU time of each case
-# with the ratios of each measure to its baselines, as docs/performance.md
-# shows them; then the library's performance goals, each a ratio of this run
+# (5 repetitions by default; the repetitions of the trace, platform and
+# viewer catalogue cases run in a random interleaved order, so that a slow
+# spell of the shared machine falls on a measure and its baseline alike), and
+# prints the median CPU time of each case with the ratios of each measure to
+# its baselines, as docs/performance.md shows them; then the library's performance goals, each a ratio of this run
 # with its bound, and whether the spdlog baselines had spdlog's code inlined.
 #
 #   cmake --preset bench && cmake --build --preset bench && bench/run.sh
@@ -16,12 +18,26 @@ binaries=build/bench/bench
 results=build/bench/results
 mkdir -p "$results"
 
-for name in trace_bench nls_bench platform_services_bench; do
+# run NAME BINARY [ARGUMENTS...]: one run of a benchmark program, its JSON
+# results in $results/NAME.json.
+run() {
+  local name=$1 binary=$2
+  shift 2
   echo "-- $name" >&2
-  "$binaries/$name" --benchmark_repetitions="$repetitions" \
+  "$binaries/$binary" --benchmark_repetitions="$repetitions" \
     --benchmark_report_aggregates_only=true \
-    --benchmark_out="$results/$name.json" --benchmark_out_format=json >&2
-done
+    --benchmark_out="$results/$name.json" --benchmark_out_format=json "$@" >&2
+}
+
+interleaved=--benchmark_enable_random_interleaving=true
+rm -f "$results"/*.json
+run trace_bench trace_bench "$interleaved"
+run platform_services_bench platform_services_bench "$interleaved"
+run viewer_catalogue nls_bench "$interleaved" --benchmark_filter='ViewerCatalogue|LoadAndUnload|MethodList'
+# The display lines run one case after another: each case sets up its own
+# catalogues, and a case interleaved with the others would measure lines
+# just after the catalogue cache changed hands.
+run display_line nls_bench --benchmark_filter='^(DisplayLine|LookupOf|PlatformLookup|RaiseAndCatch)'
 
 python3 - "$results" <<'EOF'
 import json, sys, pathlib
