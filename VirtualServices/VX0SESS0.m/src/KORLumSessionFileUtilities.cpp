@@ -36,7 +36,7 @@ namespace {
 class NamePositions {
  public:
   // An index of iNames, which it reads but does not own.
-  explicit NamePositions(const KORListValKORUnicodeString& iNames) : _names(iNames) {}
+  explicit NamePositions(const KORListValKORUnicodeString& iNames) noexcept : _names(iNames) {}
 
   // The first position of iName in the names, or 0 when it is not there (or
   // not indexed yet).
