@@ -50,6 +50,7 @@
 #ifndef KORMsgCatalog_h
 #define KORMsgCatalog_h
 
+#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -75,6 +76,11 @@ struct KORMsgResolution {
   int line = 0;               // the line of that declaration
   KORUnicodeString text;      // the message text
 };
+
+// Implementation detail of KORMsgCatalog::GetCacheStamp: read through it.
+namespace KORMsgCatalogDetail {
+extern KORPLATFORM_API std::atomic<unsigned long> gCacheStamp;
+}  // namespace KORMsgCatalogDetail
 
 // One message of a catalogue: its text, held by value.
 class KORPLATFORM_API KORMsg {
@@ -148,6 +154,22 @@ class KORPLATFORM_API KORMsgCatalog {
   // Forgets the resolved environment and every file read, in the whole
   // process; the next lookup reads them again.
   static void FlushCache();
+
+  // The stamp of what the service has read: it stays the same for as long
+  // as every lookup answers as it did, and changes when an answer may
+  // change, that is when FlushCache forgets what was read and after a
+  // lookup that met a failure it does not remember (a catalogue that the
+  // next lookup searches again, see the throw contract). A program that
+  // reads the stamp before a lookup may keep what the lookup gave, text or
+  // failure, for as long as the stamp is still the one it read: the same
+  // lookup would give the same answer. Never 0; one load, no lock.
+  //
+  //   const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  //   found = catalog->Find("TypeGraph.Msg", &text);
+  //   ...  // later: if (KORMsgCatalog::GetCacheStamp() == stamp) text and found still hold
+  [[nodiscard]] static unsigned long GetCacheStamp() noexcept {
+    return KORMsgCatalogDetail::gCacheStamp.load(std::memory_order_acquire);
+  }
 
   // --- Diagnostics (for the tools that check a configuration) ---------------
   // They resolve and cache what a lookup would, and never raise.

@@ -73,8 +73,20 @@ class KORPLATFORM_API KORUnicodeString {
     return iLeft._text < iRight._text;
   }
 
-  // Appends the other text; returns this string.
-  KORUnicodeString& Append(const KORUnicodeString& iOther);
+  // Appends the other text; returns this string. (Inline: a line built of
+  // many pieces appends each without a call into the platform.)
+  KORUnicodeString& Append(const KORUnicodeString& iOther) {
+    _text.append(iOther._text);
+    _length += iOther._length;
+    return *this;
+  }
+
+  // Makes room for iByteLength bytes of UTF-8, so that appending up to that
+  // size allocates nothing more; the text does not change. A length at or
+  // below the present size does nothing.
+  void Reserve(int iByteLength) {
+    if (iByteLength > 0) _text.reserve(static_cast<std::size_t>(iByteLength));
+  }
 
   // iLength code points from position iStart (0-based), clamped to the string:
   // a start before 0 counts from 0, a start or length past the end stops at

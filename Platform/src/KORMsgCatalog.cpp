@@ -14,7 +14,18 @@
 #include "KORResourceFile.h"
 #include "KORResourceSearch.h"
 
+std::atomic<unsigned long> KORMsgCatalogDetail::gCacheStamp{1};
+
 namespace {
+
+// A new stamp: what was read before may now answer otherwise. Called under
+// the cache's mutex, after the change, so that a program that read the old
+// stamp before a lookup never keeps an answer given after the change.
+void ChangeStamp() {
+  unsigned long next = KORMsgCatalogDetail::gCacheStamp.load(std::memory_order_relaxed) + 1;
+  if (next == 0) next = 1;  // 0 is never a stamp: a program may use it for "nothing kept"
+  KORMsgCatalogDetail::gCacheStamp.store(next, std::memory_order_release);
+}
 
 constexpr const char* kLanguageVariables[] = {"KOR_LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
 
@@ -140,6 +151,7 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName) {
   // lookup, which searches again.
   auto& entry = *ioCache.catalogs.insert_or_assign(std::string(iName), std::move(catalog)).first;
   ioCache.last = entry.second.transient ? nullptr : &entry;
+  if (entry.second.transient) ChangeStamp();
   return entry.second;
 }
 
@@ -168,8 +180,11 @@ const Catalog& FindCatalog(Cache& ioCache, std::string_view iName, std::string_v
   }
   const std::vector<std::string> languages =
       iLanguage != nullptr ? LevelsOf(*iLanguage) : ioCache.languages;
-  return ioCache.catalogs.insert_or_assign(key, ReadCatalog(ioCache, iName, directories, languages))
-      .first->second;
+  const Catalog& catalog =
+      ioCache.catalogs.insert_or_assign(key, ReadCatalog(ioCache, iName, directories, languages))
+          .first->second;
+  if (catalog.transient) ChangeStamp();
+  return catalog;
 }
 
 // The position of the first level of iCatalog whose file declares iKey, and
@@ -371,6 +386,7 @@ void KORMsgCatalog::FlushCache() {
   cache.languages.clear();
   cache.languageVariable.clear();
   cache.resolved = false;
+  ChangeStamp();
 }
 
 KORListValKORUnicodeString KORMsgCatalog::GetSearchPath() {

@@ -264,12 +264,6 @@ KORUnicodeString& KORUnicodeString::operator=(const char* iUtf8) {
   return *this;
 }
 
-KORUnicodeString& KORUnicodeString::Append(const KORUnicodeString& iOther) {
-  _text.append(iOther._text);
-  _length += iOther._length;
-  return *this;
-}
-
 KORUnicodeString KORUnicodeString::SubString(int iStart, int iLength) const {
   if (iStart < 0) iStart = 0;
   if (iLength <= 0 || iStart >= _length) return KORUnicodeString();

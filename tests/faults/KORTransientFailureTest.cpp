@@ -142,3 +142,21 @@ TEST_F(TransientFailure, DeclarationResourceWithoutFreeDescriptorIsLoadedByTheNe
             "/data/graphs");
   EXPECT_EQ(status, 0);
 }
+
+TEST_F(TransientFailure, CacheStampChangesAfterALookupThatFailedForNow) {
+  ASSERT_EQ(Lookup("Tool", "Greeting.Msg"), "Hello");
+  const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  KORMsgCatalog::FlushCache();
+  const unsigned long flushed = KORMsgCatalog::GetCacheStamp();
+  ASSERT_NE(flushed, stamp);
+  {
+    const OpenFailure failure(directory.PathOf("msgcatalog/Tool.msgcat"), EMFILE);
+    (void)Lookup("Tool", "Greeting.Msg");
+  }
+  // The answer given during the failure may not be kept: the next lookup
+  // answers otherwise.
+  EXPECT_NE(KORMsgCatalog::GetCacheStamp(), flushed);
+  const unsigned long recovered = KORMsgCatalog::GetCacheStamp();
+  EXPECT_EQ(Lookup("Tool", "Greeting.Msg"), "Hello");
+  EXPECT_EQ(KORMsgCatalog::GetCacheStamp(), recovered);
+}

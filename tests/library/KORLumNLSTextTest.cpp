@@ -3,6 +3,7 @@
 // "no file" and "no viewer" texts from "LumSessionFile".
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <ostream>
 #include <string>
@@ -132,6 +133,46 @@ TEST(KORLumNLSText, TypeGraphDeclaredEmptyIsGraph) {
   EXPECT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graph");
 }
 
+// A text asked for again gives what a lookup of the catalogue gives.
+
+TEST(KORLumNLSText, TypeTextAskedAgainFollowsTheCatalogueOnceItIsReadAgain) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile", "TypeGraph.Msg = Graph file\n");
+  ASSERT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graph file");
+  configuration.WriteCatalogue("", "KORLumSessionFile", "TypeGraph.Msg = Graph session\n");
+  KORMsgCatalog::FlushCache();
+  EXPECT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graph session");
+}
+
+TEST(KORLumNLSText, TypeTextAskedAgainIsWhatTheCatalogueStillGives) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile", "TypeGraph.Msg = Graph file\n");
+  ASSERT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graph file");
+  // The catalogue service keeps what it read until its cache is flushed.
+  configuration.WriteCatalogue("", "KORLumSessionFile", "TypeGraph.Msg = Graph session\n");
+  EXPECT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)),
+            Text(Utilities::GetNLSMessage("KORLumSessionFile", "TypeGraph.Msg", "")));
+}
+
+TEST(KORLumNLSText, MissingTypeTextIsTranslatedOnceTheCatalogueIsReadAgain) {
+  SessionFileConfiguration configuration;
+  ASSERT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graph");
+  configuration.SetLanguage("fr");
+  configuration.WriteCatalogue("fr", "KORLumSessionFile", kFrenchValueTexts);
+  KORMsgCatalog::FlushCache();
+  EXPECT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Graph)), "Graphe");
+}
+
+TEST(KORLumNLSText, ModeTextsAskedAgainFollowTheLanguageOnceTheCatalogueIsReadAgain) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("fr", "KORLumSessionFile", kFrenchValueTexts);
+  ASSERT_EQ(Text(Utilities::GetNLSLoadMode(KORLumGraphSessionLoadMode_Static)), "Static");
+  ASSERT_EQ(Text(Utilities::GetNLSInstanceMode(KORLumGraphSessionInstanceMode_All)), "All");
+  configuration.SetLanguage("fr_CA");
+  EXPECT_EQ(Text(Utilities::GetNLSLoadMode(KORLumGraphSessionLoadMode_Static)), "Statique");
+  EXPECT_EQ(Text(Utilities::GetNLSInstanceMode(KORLumGraphSessionInstanceMode_All)), "Toutes");
+}
+
 // Options.
 
 TEST(KORLumNLSOption, NoBitGivesAnEmptyText) {
@@ -196,6 +237,17 @@ TEST(KORLumNLSOption, LeadingOptionDeclaredEmptyAddsNoSeparator) {
 }
 
 // The "no file" and "no viewer" texts.
+
+TEST(KORLumNLSOption, OptionTextsAskedAgainFollowTheCatalogueOnceItIsReadAgain) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile",
+                               "OptionSeparator.Msg = /\nOptionReport.Msg = Report\n");
+  ASSERT_EQ(Text(Utilities::GetNLSOption(5UL)), "Report/Q");
+  configuration.WriteCatalogue("", "KORLumSessionFile",
+                               "OptionSeparator.Msg = \", \"\nOptionQuery.Msg = Query\n");
+  KORMsgCatalog::FlushCache();
+  EXPECT_EQ(Text(Utilities::GetNLSOption(5UL)), "R, Query");
+}
 
 TEST(KORLumNLSAbsence, NoFileWithoutCatalogueIsNone) {
   SessionFileConfiguration configuration;
@@ -317,6 +369,33 @@ TEST(KORLumNLSTextTrace, TypeTextWritesItsArgumentTheNestedLookupAndTheResult) {
                    lookup + "iNLSMessageKey = TypeQuery.Msg",
                    lookup + "iDefaultNLSMessage = ", lookup + "NLSMessage = Query file",
                    "   KORLumSessionFileUtilities::GetNLSType NLSType = Query file"}));
+}
+
+TEST(KORLumNLSTextTrace, TypeTextAskedAgainWhileTracingIsOnWritesItsNestedLookup) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile", "TypeQuery.Msg = Query file\n");
+  ASSERT_EQ(Text(Utilities::GetNLSType(KORLumSessionFileType_Query)), "Query file");
+  TraceCapture capture;
+  (void)Utilities::GetNLSType(KORLumSessionFileType_Query);
+  const std::string lookup = "     KORLumSessionFileUtilities::GetNLSMessage ";
+  EXPECT_EQ(capture.Lines(),
+            (Lines{"   KORLumSessionFileUtilities::GetNLSType iType = 2",
+                   lookup + "iNLSDictionnary = KORLumSessionFile",
+                   lookup + "iNLSMessageKey = TypeQuery.Msg",
+                   lookup + "iDefaultNLSMessage = ", lookup + "NLSMessage = Query file",
+                   "   KORLumSessionFileUtilities::GetNLSType NLSType = Query file"}));
+}
+
+TEST(KORLumNLSTextTrace, MissingOptionTextAskedAgainWhileTracingIsOnWritesItsErrorLine) {
+  SessionFileConfiguration configuration;
+  const std::string diagnostic = CatalogueErrorDiagnostic("KORLumSessionFile", "OptionCSB.Msg");
+  ASSERT_FALSE(diagnostic.empty());
+  ASSERT_EQ(Text(Utilities::GetNLSOption(8UL)), "C");
+  TraceCapture capture;
+  EXPECT_EQ(Text(Utilities::GetNLSOption(8UL)), "C");
+  const Lines lines = capture.Lines();
+  const std::string error = "     KORLumSessionFileUtilities::GetNLSMessage Error : " + diagnostic;
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), error), 1) << ::testing::PrintToString(lines);
 }
 
 TEST(KORLumNLSTextTrace, ModeTextsWriteTheirArgumentsAndResultsUnderTheirOwnLabels) {

@@ -139,6 +139,26 @@ TEST(KORLumSessionFileDisplay, PlaceholderInTheViewerIsReplacedByALaterText) {
   EXPECT_EQ(Text(graph.GetNLS()), "Graph : /data/model.hub [Selected] [Static] [Selected]");
 }
 
+TEST(KORLumSessionFileDisplay, PlaceholderInATranslatedTextIsReplacedByALaterText) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile", "LoadModeDynamic.Msg = Dynamic %o\n");
+  EXPECT_EQ(Text(FileOfType(kGraph, "/data/model.hub", 1UL).GetNLS()),
+            "Graph : /data/model.hub [V] [Dynamic R] [All] [R]");
+}
+
+TEST(KORLumSessionFileDisplay, PlaceholderOfAnAbsentOptionFieldIsReplacedInAText) {
+  SessionFileConfiguration configuration;
+  configuration.WriteCatalogue("", "KORLumSessionFile", "InstanceModeAll.Msg = All%o\n");
+  EXPECT_EQ(Text(FileOfType(kGraph, "/data/model.hub").GetNLS()),
+            "Graph : /data/model.hub [V] [Dynamic] [All]");
+}
+
+TEST(KORLumSessionFileDisplay, PercentThatIsNoPlaceholderStaysInTheLine) {
+  SessionFileConfiguration configuration;
+  EXPECT_EQ(Text(FileOfType(kGraph, "/data/100%.hub", 4UL).GetNLS()),
+            "Graph : /data/100%.hub [V] [Dynamic] [All] [Q]");
+}
+
 // Display line: the shortened path.
 
 TEST(KORLumSessionFileDisplayedPath, ThirtyTwoCharactersAreShownWhole) {

@@ -348,6 +348,32 @@ TEST(KORMsgCatalog, FlushCacheMakesTheNextLookupReadTheFilesAgain) {
   EXPECT_EQ(Lookup("Texts", "Where"), "changed");
 }
 
+// --- The cache stamp ----------------------------------------------------------------
+
+TEST(KORMsgCatalogStamp, IsNeverZero) {
+  EXPECT_NE(KORMsgCatalog::GetCacheStamp(), 0UL);
+  KORMsgCatalog::FlushCache();
+  EXPECT_NE(KORMsgCatalog::GetCacheStamp(), 0UL);
+}
+
+TEST(KORMsgCatalogStamp, StaysTheSameWhileLookupsAnswerFromTheCache) {
+  LanguageFixture fixture;
+  KORMsgCatalog::FlushCache();
+  const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  EXPECT_EQ(Lookup("Texts", "Where"), "default");
+  EXPECT_NE(Lookup("Texts", "Undeclared").find("<raised: "), std::string::npos);
+  EXPECT_NE(Lookup("Missing", "Where").find("<raised: "), std::string::npos);
+  EXPECT_EQ(KORMsgCatalog::GetCacheStamp(), stamp);
+}
+
+TEST(KORMsgCatalogStamp, ChangesWhenTheCacheIsFlushed) {
+  LanguageFixture fixture;
+  EXPECT_EQ(Lookup("Texts", "Where"), "default");
+  const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  KORMsgCatalog::FlushCache();
+  EXPECT_NE(KORMsgCatalog::GetCacheStamp(), stamp);
+}
+
 TEST(KORMsgCatalog, MissingCatalogueIsRememberedUntilFlushCache) {
   LanguageFixture fixture;
   EXPECT_EQ(Lookup("Late", "Key").rfind("<raised: ", 0), 0u);

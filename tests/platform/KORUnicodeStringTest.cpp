@@ -385,6 +385,29 @@ TEST(KORUnicodeString, AppendOfItselfDoublesTheText) {
   EXPECT_EQ(string.GetLengthInChar(), 4);
 }
 
+TEST(KORUnicodeString, ReserveKeepsTheText) {
+  KORUnicodeString string("aé");
+  string.Reserve(200);
+  EXPECT_STREQ(string.ConvertToChar(), "aé");
+  EXPECT_EQ(string.GetLengthInChar(), 2);
+}
+
+TEST(KORUnicodeString, AppendAfterReserveAddsTextAndCodePoints) {
+  KORUnicodeString string("a");
+  string.Reserve(64);
+  string.Append("é€").Append("😀");
+  EXPECT_STREQ(string.ConvertToChar(), "aé€😀");
+  EXPECT_EQ(string.GetLengthInChar(), 4);
+}
+
+TEST(KORUnicodeString, ReserveBelowTheSizeOrNegativeKeepsTheText) {
+  KORUnicodeString string("abcdef");
+  string.Reserve(2);
+  string.Reserve(-5);
+  EXPECT_STREQ(string.ConvertToChar(), "abcdef");
+  EXPECT_EQ(string.GetLengthInChar(), 6);
+}
+
 TEST(KORUnicodeString, PlusConcatenatesWithoutChangingTheOperands) {
   const KORUnicodeString left("aé");
   const KORUnicodeString right("😀");

@@ -2,6 +2,7 @@
 
 // Prepares the standard streams for trace output when the library is loaded.
 #include <iostream>
+#include <string_view>
 
 #include "KORLumLazyInstance.h"
 #include "KORLumSessionFileUtilities.h"
@@ -228,10 +229,11 @@ KORUnicodeString KORLumSessionFile::GetNLS() const {
     formattedString.ReplaceSubString(kType, GetNLSType());
     formattedString.ReplaceSubString(kFile, GetNLSFile());
   } else {
-    formattedString = kGraphTemplate;
-    if (GetNLSOption().GetLengthInChar() > 0) formattedString.Append(kOptionField);
-    formattedString.ReplaceSubString(kType, GetNLSType());
-    formattedString.ReplaceSubString(kFile, GetNLSFile());
+    // The texts of the fields, asked for in the order in which the line
+    // replaces the fields, which is the order of their trace lines.
+    const bool hasOption = GetNLSOption().GetLengthInChar() > 0;
+    const KORUnicodeString type = GetNLSType();
+    const KORUnicodeString file = GetNLSFile();
     // GetNLSViewer() is never empty (it gives the "no viewer" text when there
     // is no viewer name), so a session file named by a viewer definition shows
     // the "no viewer" text here: the display line names a viewer only when the
@@ -241,14 +243,42 @@ KORUnicodeString KORLumSessionFile::GetNLS() const {
     // that text is empty), its first GetNLSViewer() call belongs to the
     // line's trace, and the rule must hold as written should GetNLSViewer()
     // ever give an empty text.
-    if (GetNLSViewer().GetLengthInChar() != 0) {
-      formattedString.ReplaceSubString(kViewer, GetNLSViewer());
-    } else {
-      formattedString.ReplaceSubString(kViewer, GetNLSViewerDef());
+    const KORUnicodeString viewer =
+        GetNLSViewer().GetLengthInChar() != 0 ? GetNLSViewer() : GetNLSViewerDef();
+    const KORUnicodeString loadMode = GetNLSLoadMode();
+    const KORUnicodeString instanceMode = GetNLSInstanceMode();
+    const KORUnicodeString option = GetNLSOption();
+    // Replacing the fields one after another fills each where the template
+    // has it, and the line is written in one pass, template text and field
+    // texts appended in turn; unless a text holds a field itself, which
+    // only a text with a "%" can do (the template's own text has none).
+    static const KORUnicodeString kTypeEnd(" : ");
+    static const KORUnicodeString kFieldStart(" [");
+    static const KORUnicodeString kFieldSeparator("] [");
+    static const KORUnicodeString kFieldEnd("]");
+    formattedString.Reserve(type.GetLengthInByte() + kTypeEnd.GetLengthInByte() +
+                            file.GetLengthInByte() + kFieldStart.GetLengthInByte() +
+                            viewer.GetLengthInByte() + 3 * kFieldSeparator.GetLengthInByte() +
+                            loadMode.GetLengthInByte() + instanceMode.GetLengthInByte() +
+                            option.GetLengthInByte() + kFieldEnd.GetLengthInByte());
+    formattedString.Append(type).Append(kTypeEnd).Append(file);
+    formattedString.Append(kFieldStart).Append(viewer);
+    formattedString.Append(kFieldSeparator).Append(loadMode);
+    formattedString.Append(kFieldSeparator).Append(instanceMode);
+    if (hasOption) formattedString.Append(kFieldSeparator).Append(option);
+    formattedString.Append(kFieldEnd);
+    if (formattedString.View().find('%') != std::string_view::npos) {
+      // Inserted texts are not escaped: a field written in a text inserted
+      // before it (a file named "%l.hub") is replaced as well.
+      formattedString = kGraphTemplate;
+      if (hasOption) formattedString.Append(kOptionField);
+      formattedString.ReplaceSubString(kType, type);
+      formattedString.ReplaceSubString(kFile, file);
+      formattedString.ReplaceSubString(kViewer, viewer);
+      formattedString.ReplaceSubString(kLoadMode, loadMode);
+      formattedString.ReplaceSubString(kInstanceMode, instanceMode);
+      formattedString.ReplaceSubString(kOption, option);
     }
-    formattedString.ReplaceSubString(kLoadMode, GetNLSLoadMode());
-    formattedString.ReplaceSubString(kInstanceMode, GetNLSInstanceMode());
-    formattedString.ReplaceSubString(kOption, GetNLSOption());
   }
   trace.Value("formattedString", formattedString);
   return formattedString;

@@ -273,29 +273,55 @@ const FilesPathRule kGraphFilesPath = {
 
 // --- Translated texts -----------------------------------------------------------
 
-// The name of the value catalogue, the keys and the untranslated texts of the
-// value texts are built once, on first use, as the strings a lookup takes: a
-// display line looks up nine texts, and building a name, a key and a default
-// text anew for each would cost it about as much as the lookups themselves.
-// (Local statics of functions with internal linkage: they are destroyed when
-// the library is unloaded, and do not keep it loaded.)
-const KORString& ValueCatalog() {
-  static const KORString name(kValueCatalog);
-  return name;
+// The text of one of the library's own catalogue keys (the type, mode,
+// option and absence texts), as KORLumSessionFileUtilities::GetNLSMessage
+// gives it with iDefault; each key is always asked with the same default.
+//
+// A display line asks for the same few texts again and again, and a lookup
+// (a catalogue object made and released, the catalogue service's lock, the
+// search of the key through the language levels) costs more than the rest of
+// the line. So the text given last time is given again without a lookup
+// while nothing could tell the two apart: the catalogue service answers as
+// it did (its cache stamp has not changed since that lookup, see
+// KORMsgCatalog::GetCacheStamp) and iTrace writes no line (a lookup would
+// trace its inputs and result). Every other call is a lookup, whose answer
+// is kept for the next one. The result is valid until the next call for the
+// same key.
+const KORUnicodeString& CatalogueText(const KORLumTrace& iTrace, KeyName iKey,
+                                      const KORUnicodeString& iDefault) {
+  struct Kept {
+    KORString catalogue;  // the key's catalogue and the key, as a lookup takes them
+    KORString key;
+    KORUnicodeString text;
+    unsigned long stamp = 0;  // the cache stamp read before the lookup; 0: none yet
+  };
+  // (A local static of a function with internal linkage: destroyed when the
+  // library is unloaded.)
+  static Kept kept[kKeyCount];
+  Kept& entry = kept[iKey];
+  const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  if (entry.stamp == stamp && !iTrace.IsActive()) return entry.text;
+  if (entry.stamp == 0) {
+    entry.catalogue = Key(iKey).container;
+    entry.key = Key(iKey).key;
+  }
+  entry.text = KORLumSessionFileUtilities::GetNLSMessage(entry.catalogue, entry.key, iDefault);
+  entry.stamp = stamp;
+  return entry.text;
 }
 
 // The key and untranslated text of one enumeration value.
 struct ValueText {
   int value;
-  KORString key;
+  KeyName key;
   KORUnicodeString fallback;
 };
 
 // The text of iValue: the first listed value it equals (tested in order),
 // else iOther; the untranslated text stands in for an empty translation.
 template <std::size_t N>
-KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
-                                const ValueText& iOther) {
+KORUnicodeString TranslateValue(const KORLumTrace& iTrace, int iValue,
+                                const ValueText (&iListed)[N], const ValueText& iOther) {
   const ValueText* chosen = &iOther;
   for (const ValueText& candidate : iListed) {
     if (iValue == candidate.value) {
@@ -303,10 +329,8 @@ KORUnicodeString TranslateValue(int iValue, const ValueText (&iListed)[N],
       break;
     }
   }
-  KORUnicodeString text =
-      KORLumSessionFileUtilities::GetNLSMessage(ValueCatalog(), chosen->key, KORUnicodeString());
-  if (text.GetLengthInChar() == 0) text = chosen->fallback;
-  return text;
+  const KORUnicodeString& text = CatalogueText(iTrace, chosen->key, KORUnicodeString());
+  return text.GetLengthInChar() == 0 ? chosen->fallback : text;
 }
 
 const KORListValKORUnicodeString& LoadedViewers();
@@ -601,11 +625,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSMessage(
 KORUnicodeString KORLumSessionFileUtilities::GetNLSType(const _KORLumSessionFileType iType) {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSType");
   trace.Value("iType", iType);
-  static const ValueText kListed[] = {
-      {KORLumSessionFileType_Query, Key(kTypeQueryKey).key, "Query"},
-      {KORLumSessionFileType_Graph, Key(kTypeGraphKey).key, "Graph"}};
-  static const ValueText kOther = {KORLumSessionFileType_None, Key(kTypeNoneKey).key, "None"};
-  KORUnicodeString NLSType = TranslateValue(iType, kListed, kOther);
+  static const ValueText kListed[] = {{KORLumSessionFileType_Query, kTypeQueryKey, "Query"},
+                                      {KORLumSessionFileType_Graph, kTypeGraphKey, "Graph"}};
+  static const ValueText kOther = {KORLumSessionFileType_None, kTypeNoneKey, "None"};
+  KORUnicodeString NLSType = TranslateValue(trace, iType, kListed, kOther);
   trace.Value("NLSType", NLSType);
   return NLSType;
 }
@@ -615,11 +638,10 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSLoadMode(
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSLoadMode");
   trace.Value("iLoadMode", iLoadMode);
   static const ValueText kListed[] = {
-      {KORLumGraphSessionLoadMode_Dynamic, Key(kLoadModeDynamicKey).key, "Dynamic"},
-      {KORLumGraphSessionLoadMode_Static, Key(kLoadModeStaticKey).key, "Static"}};
-  static const ValueText kOther = {KORLumGraphSessionLoadMode_None, Key(kLoadModeNoneKey).key,
-                                   "None"};
-  KORUnicodeString NLSLoadMode = TranslateValue(iLoadMode, kListed, kOther);
+      {KORLumGraphSessionLoadMode_Dynamic, kLoadModeDynamicKey, "Dynamic"},
+      {KORLumGraphSessionLoadMode_Static, kLoadModeStaticKey, "Static"}};
+  static const ValueText kOther = {KORLumGraphSessionLoadMode_None, kLoadModeNoneKey, "None"};
+  KORUnicodeString NLSLoadMode = TranslateValue(trace, iLoadMode, kListed, kOther);
   trace.Value("NLSLoadMode", NLSLoadMode);
   return NLSLoadMode;
 }
@@ -629,11 +651,11 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSInstanceMode(
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSInstanceMode");
   trace.Value("iInstanceMode", iInstanceMode);
   static const ValueText kListed[] = {
-      {KORLumGraphSessionInstanceMode_All, Key(kInstanceModeAllKey).key, "All"},
-      {KORLumGraphSessionInstanceMode_Selected, Key(kInstanceModeSelectedKey).key, "Selected"}};
-  static const ValueText kOther = {KORLumGraphSessionInstanceMode_None,
-                                   Key(kInstanceModeNoneKey).key, "None"};
-  KORUnicodeString NLSInstanceMode = TranslateValue(iInstanceMode, kListed, kOther);
+      {KORLumGraphSessionInstanceMode_All, kInstanceModeAllKey, "All"},
+      {KORLumGraphSessionInstanceMode_Selected, kInstanceModeSelectedKey, "Selected"}};
+  static const ValueText kOther = {KORLumGraphSessionInstanceMode_None, kInstanceModeNoneKey,
+                                   "None"};
+  KORUnicodeString NLSInstanceMode = TranslateValue(trace, iInstanceMode, kListed, kOther);
   trace.Value("NLSInstanceMode", NLSInstanceMode);
   return NLSInstanceMode;
 }
@@ -643,24 +665,23 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
   trace.Value("iOption", iOption);
   struct OptionText {
     unsigned long bit;
-    KORString key;
+    KeyName key;
     KORUnicodeString letter;
   };
   static const OptionText kOptions[] = {
-      {KORLumSessionFileOption_Report, Key(kOptionReportKey).key, "R"},
-      {KORLumSessionFileOption_Modification, Key(kOptionModificationKey).key, "M"},
-      {KORLumSessionFileOption_Query, Key(kOptionQueryKey).key, "Q"},
-      {KORLumSessionFileOption_CSB, Key(kOptionCSBKey).key, "C"}};
-  static const OptionText kSeparator = {0UL, Key(kOptionSeparatorKey).key, "+"};
+      {KORLumSessionFileOption_Report, kOptionReportKey, "R"},
+      {KORLumSessionFileOption_Modification, kOptionModificationKey, "M"},
+      {KORLumSessionFileOption_Query, kOptionQueryKey, "Q"},
+      {KORLumSessionFileOption_CSB, kOptionCSBKey, "C"}};
+  static const OptionText kSeparator = {0UL, kOptionSeparatorKey, "+"};
   KORUnicodeString NLSOption;
-  const KORUnicodeString separator =
-      GetNLSMessage(ValueCatalog(), kSeparator.key, kSeparator.letter);
+  const KORUnicodeString& separator = CatalogueText(trace, kSeparator.key, kSeparator.letter);
   for (const OptionText& option : kOptions) {
     if ((iOption & option.bit) == 0) continue;
     if (NLSOption.GetLengthInChar() > 0) NLSOption.Append(separator);
     // The letter is the lookup's default: a message that builds as empty
     // adds nothing.
-    NLSOption.Append(GetNLSMessage(ValueCatalog(), option.key, option.letter));
+    NLSOption.Append(CatalogueText(trace, option.key, option.letter));
   }
   trace.Value("NLSOption", NLSOption);
   return NLSOption;
@@ -668,8 +689,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
 
 KORUnicodeString KORLumSessionFileUtilities::GetNLSNoFile() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoFile");
-  KORUnicodeString NLSNoFile =
-      GetNLSMessage(Key(kFileNoneKey).container, Key(kFileNoneKey).key, KORUnicodeString());
+  KORUnicodeString NLSNoFile = CatalogueText(trace, kFileNoneKey, KORUnicodeString());
   if (NLSNoFile.GetLengthInChar() == 0) NLSNoFile = "None";
   trace.Value("NLSNoFile", NLSNoFile);
   return NLSNoFile;
@@ -679,8 +699,7 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSNoViewer() {
   KORLumTrace trace("KORLumSessionFileUtilities::GetNLSNoViewer");
   // Never empty once computed: the catalogue is read on the first call only.
   if (gNLSNoViewer.GetLengthInChar() == 0) {
-    gNLSNoViewer =
-        GetNLSMessage(Key(kViewerNoneKey).container, Key(kViewerNoneKey).key, KORUnicodeString());
+    gNLSNoViewer = CatalogueText(trace, kViewerNoneKey, KORUnicodeString());
     if (gNLSNoViewer.GetLengthInChar() == 0) gNLSNoViewer = "None";
   }
   trace.Value("_NLSNoViewer", gNLSNoViewer);
