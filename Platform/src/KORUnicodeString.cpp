@@ -278,7 +278,11 @@ KORUnicodeString KORUnicodeString::SubString(int iStart, int iLength) const {
 }
 
 int KORUnicodeString::FindLast(const KORUnicodeString& iSub) const {
-  const std::size_t found = _text.rfind(iSub._text);
+  // A one-byte text (a separator such as "/") is looked for byte by byte:
+  // the general search compares the whole text at each position, a call
+  // into the C library each time.
+  const std::size_t found =
+      iSub._text.size() == 1 ? _text.rfind(iSub._text[0]) : _text.rfind(iSub._text);
   if (found == std::string::npos) return -1;
   // A match of valid UTF-8 in valid UTF-8 always starts on a code point.
   return CountCodePoints(std::string_view(_text).substr(0, found));

@@ -273,34 +273,43 @@ const FilesPathRule kGraphFilesPath = {
 
 // --- Translated texts -----------------------------------------------------------
 
-// The text of one of the library's own catalogue keys (the type, mode,
-// option and absence texts), as KORLumSessionFileUtilities::GetNLSMessage
-// gives it with iDefault; each key is always asked with the same default.
+// A text made of catalogue texts, kept from one call to the next.
 //
 // A display line asks for the same few texts again and again, and a lookup
 // (a catalogue object made and released, the catalogue service's lock, the
 // search of the key through the language levels) costs more than the rest of
-// the line. So the text given last time is given again without a lookup
-// while nothing could tell the two apart: the catalogue service answers as
-// it did (its cache stamp has not changed since that lookup, see
-// KORMsgCatalog::GetCacheStamp) and iTrace writes no line (a lookup would
-// trace its inputs and result). Every other call is a lookup, whose answer
-// is kept for the next one. The result is valid until the next call for the
+// the line. So a text is given again without its lookups while nothing could
+// tell the two apart: the catalogue service answers as it did (its cache
+// stamp is the one read before the text was made, see
+// KORMsgCatalog::GetCacheStamp) and the caller's scope writes no line (the
+// lookups would trace their inputs and results).
+struct KeptText {
+  KORUnicodeString text;
+  unsigned long stamp = 0;  // the cache stamp read before the text was made; 0: none yet
+
+  // Whether the text can be given again now, iStamp being the stamp now.
+  [[nodiscard]] bool Holds(const KORLumTrace& iTrace, unsigned long iStamp) const {
+    return stamp == iStamp && !iTrace.IsActive();
+  }
+};
+
+// The text of one of the library's own catalogue keys (the type, mode,
+// option and absence texts), as KORLumSessionFileUtilities::GetNLSMessage
+// gives it with iDefault (each key is always asked with the same default),
+// kept for the next call. The result is valid until the next call for the
 // same key.
 const KORUnicodeString& CatalogueText(const KORLumTrace& iTrace, KeyName iKey,
                                       const KORUnicodeString& iDefault) {
-  struct Kept {
+  struct Kept : KeptText {
     KORString catalogue;  // the key's catalogue and the key, as a lookup takes them
     KORString key;
-    KORUnicodeString text;
-    unsigned long stamp = 0;  // the cache stamp read before the lookup; 0: none yet
   };
   // (A local static of a function with internal linkage: destroyed when the
   // library is unloaded.)
   static Kept kept[kKeyCount];
   Kept& entry = kept[iKey];
   const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
-  if (entry.stamp == stamp && !iTrace.IsActive()) return entry.text;
+  if (entry.Holds(iTrace, stamp)) return entry.text;
   if (entry.stamp == 0) {
     entry.catalogue = Key(iKey).container;
     entry.key = Key(iKey).key;
@@ -674,17 +683,25 @@ KORUnicodeString KORLumSessionFileUtilities::GetNLSOption(const unsigned long iO
       {KORLumSessionFileOption_Query, kOptionQueryKey, "Q"},
       {KORLumSessionFileOption_CSB, kOptionCSBKey, "C"}};
   static const OptionText kSeparator = {0UL, kOptionSeparatorKey, "+"};
-  KORUnicodeString NLSOption;
-  const KORUnicodeString& separator = CatalogueText(trace, kSeparator.key, kSeparator.letter);
-  for (const OptionText& option : kOptions) {
-    if ((iOption & option.bit) == 0) continue;
-    if (NLSOption.GetLengthInChar() > 0) NLSOption.Append(separator);
-    // The letter is the lookup's default: a message that builds as empty
-    // adds nothing.
-    NLSOption.Append(CatalogueText(trace, option.key, option.letter));
+  // The text of each combination of the four bits (the others are ignored),
+  // kept from one call to the next: a display line asks for its options twice.
+  static KeptText kept[16];
+  KeptText& NLSOption = kept[iOption & 15UL];
+  const unsigned long stamp = KORMsgCatalog::GetCacheStamp();
+  if (!NLSOption.Holds(trace, stamp)) {
+    NLSOption.text.Reset();
+    const KORUnicodeString& separator = CatalogueText(trace, kSeparator.key, kSeparator.letter);
+    for (const OptionText& option : kOptions) {
+      if ((iOption & option.bit) == 0) continue;
+      if (NLSOption.text.GetLengthInChar() > 0) NLSOption.text.Append(separator);
+      // The letter is the lookup's default: a message that builds as empty
+      // adds nothing.
+      NLSOption.text.Append(CatalogueText(trace, option.key, option.letter));
+    }
+    NLSOption.stamp = stamp;
   }
-  trace.Value("NLSOption", NLSOption);
-  return NLSOption;
+  trace.Value("NLSOption", NLSOption.text);
+  return NLSOption.text;
 }
 
 KORUnicodeString KORLumSessionFileUtilities::GetNLSNoFile() {
