@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
@@ -188,29 +189,41 @@ std::string DecodeQuoted(std::string_view iQuoted, std::string& oValue) {
   }
 }
 
-// The declarations of a file while it is parsed: the content they go into.
+// The declarations of a file while it is parsed: the content they go into,
+// and the last few declarations read, not added yet.
+//
+// A declaration is added where the index has its key, a place anywhere in an
+// index that a large file makes larger than the processor's caches. So the
+// declarations of plain lines (an ASCII key, an unquoted value) are read a
+// few at a time: the place of each is fetched from memory as soon as its
+// line is read, and the declarations are added together once those places
+// have arrived, in line order. Whatever else a line gives (a problem, a
+// quoted value, a key to make valid UTF-8) first adds the waiting ones, so
+// that declarations and problems are still recorded in line order.
 struct Declarations {
+  explicit Declarations(Content& ioContent) : content(ioContent) {}
+
+  struct Waiting {
+    std::string_view key;    // views into the text being parsed
+    std::string_view value;  // as read
+    KORPositionIndex::Hash hash;
+    int number;
+  };
+  static constexpr std::size_t kWaitingMost = 16;
+
   Content& content;
   std::string scratch;  // a decoded quoted value
+  std::array<Waiting, kWaitingMost> waiting{};
+  std::size_t waitingCount = 0;
 };
 
-// Records the declaration iKey = iValue of line iNumber (iValue as read); a
-// key declared before gets the new value, and the duplicate is recorded.
-void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::string_view iValue,
-                    int iNumber) {
-  Content& content = ioDeclarations.content;
-  // The key is kept as valid UTF-8, as every text of the platform is: bytes
-  // that are not become U+FFFD, so that Find compares with what callers hold.
-  const bool ascii = std::all_of(iKey.begin(), iKey.end(), [](char iChar) {
-    return static_cast<unsigned char>(iChar) < 0x80;
-  });
-  std::string sanitized;
-  if (!ascii) {
-    sanitized = std::string(KORUnicodeString(iKey.data(), iKey.size()).View());
-    iKey = sanitized;
-  }
+// Records the declaration iKey = iValue of line iNumber (iValue as read, iKey
+// valid UTF-8, iHash its hash); a key declared before gets the new value,
+// and the duplicate is recorded.
+void AddDeclaration(Content& content, std::string_view iKey, KORPositionIndex::Hash iHash,
+                    std::string_view iValue, int iNumber) {
   const KORPositionIndex::Position declared =
-      content.index.FindOrAdd(KORPositionIndex::HashOf(iKey), content.IsKeyAt(iKey),
+      content.index.FindOrAdd(iHash, content.IsKeyAt(iKey),
                               static_cast<KORPositionIndex::Position>(content.values.size() + 1));
   if (declared != 0) {
     const std::size_t position = declared - 1;
@@ -240,11 +253,29 @@ void AddDeclaration(Declarations& ioDeclarations, std::string_view iKey, std::st
   content.lines.push_back(static_cast<std::uint32_t>(iNumber));
 }
 
-// Parses one line (without its line end) into ioDeclarations.
+// Adds the declarations waiting in ioDeclarations, in line order.
+void AddWaiting(Declarations& ioDeclarations) {
+  for (std::size_t i = 0; i < ioDeclarations.waitingCount; ++i) {
+    const Declarations::Waiting& waiting = ioDeclarations.waiting[i];
+    AddDeclaration(ioDeclarations.content, waiting.key, waiting.hash, waiting.value,
+                   waiting.number);
+  }
+  ioDeclarations.waitingCount = 0;
+}
+
+// Records the problem of line iNumber, after the declarations of the lines
+// before it.
+void AddLineProblem(Declarations& ioDeclarations, int iNumber, std::string_view iReason) {
+  AddWaiting(ioDeclarations);
+  AddProblem(ioDeclarations.content, iNumber, iReason);
+}
+
+// Parses one line (without its line end) into ioDeclarations. A plain
+// declaration may be left waiting, its key and value viewing iLine: the
+// caller adds what waits before that text goes.
 void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber) {
-  Content& content = ioDeclarations.content;
   if (std::memchr(iLine.data(), '\0', iLine.size()) != nullptr) {
-    AddProblem(content, iNumber, "NUL byte in the line");
+    AddLineProblem(ioDeclarations, iNumber, "NUL byte in the line");
     return;
   }
   const std::string_view text = TrimBlanks(iLine);
@@ -252,28 +283,48 @@ void ParseLine(Declarations& ioDeclarations, std::string_view iLine, int iNumber
 
   const std::size_t equal = text.find('=');
   if (equal == std::string_view::npos) {
-    AddProblem(content, iNumber, "no '=' between a key and a value");
+    AddLineProblem(ioDeclarations, iNumber, "no '=' between a key and a value");
     return;
   }
-  const std::string_view key = TrimBlanks(text.substr(0, equal));
+  std::string_view key = TrimBlanks(text.substr(0, equal));
   if (key.empty()) {
-    AddProblem(content, iNumber, "empty key before '='");
+    AddLineProblem(ioDeclarations, iNumber, "empty key before '='");
     return;
   }
   if (std::find_if(key.begin(), key.end(), IsBlank) != key.end()) {
-    AddProblem(content, iNumber, std::string("blank inside the key \"").append(key).append("\""));
+    AddLineProblem(ioDeclarations, iNumber,
+                   std::string("blank inside the key \"").append(key).append("\""));
     return;
   }
   const std::string_view value = TrimBlanks(text.substr(equal + 1));
-  if (!value.empty() && value[0] == '"') {
+  const bool quoted = !value.empty() && value[0] == '"';
+  const bool ascii = std::all_of(
+      key.begin(), key.end(), [](char iChar) { return static_cast<unsigned char>(iChar) < 0x80; });
+  if (!quoted && ascii) {
+    const KORPositionIndex::Hash hash = KORPositionIndex::HashOf(key);
+    ioDeclarations.content.index.Prefetch(hash);
+    ioDeclarations.waiting[ioDeclarations.waitingCount++] = {key, value, hash, iNumber};
+    if (ioDeclarations.waitingCount == Declarations::kWaitingMost) AddWaiting(ioDeclarations);
+    return;
+  }
+  AddWaiting(ioDeclarations);
+  // The key is kept as valid UTF-8, as every text of the platform is: bytes
+  // that are not become U+FFFD, so that Find compares with what callers hold.
+  std::string sanitized;
+  if (!ascii) {
+    sanitized = std::string(KORUnicodeString(key.data(), key.size()).View());
+    key = sanitized;
+  }
+  const KORPositionIndex::Hash hash = KORPositionIndex::HashOf(key);
+  if (quoted) {
     const std::string reason = DecodeQuoted(value, ioDeclarations.scratch);
     if (!reason.empty()) {
-      AddProblem(content, iNumber, reason);
+      AddProblem(ioDeclarations.content, iNumber, reason);
       return;
     }
-    AddDeclaration(ioDeclarations, key, ioDeclarations.scratch, iNumber);
+    AddDeclaration(ioDeclarations.content, key, hash, ioDeclarations.scratch, iNumber);
   } else {
-    AddDeclaration(ioDeclarations, key, value, iNumber);
+    AddDeclaration(ioDeclarations.content, key, hash, value, iNumber);
   }
 }
 
@@ -317,6 +368,7 @@ std::size_t ParseLines(Declarations& ioDeclarations, std::string_view iText, int
     }
     ParseLine(ioDeclarations, line, ioNumber);
   }
+  AddWaiting(ioDeclarations);  // they view iText
   return consumed;
 }
 
@@ -328,6 +380,25 @@ void Prepare(Content& ioContent, std::size_t iSize) {
   ioContent.valueText.reserve(iSize);
 }
 
+// Makes room for the keys of a file of iSize bytes whose first iParsed
+// bytes declared the keys already in ioContent, supposing that the rest of
+// the file declares keys as densely: the index and the tables of keys and
+// values are then made once at their size, instead of growing by doubling,
+// which in a large file copies them again and again, each time a table
+// larger than the caches. (At most what a file of that density needs, as
+// growing would make; less, since growing holds the old and the new table.)
+void Anticipate(Content& ioContent, std::size_t iParsed, std::size_t iSize) {
+  const std::size_t keys = ioContent.values.size();
+  if (iParsed == 0 || keys == 0 || iSize <= iParsed) return;
+  const std::size_t expected =
+      keys +
+      static_cast<std::size_t>(static_cast<double>(keys) * static_cast<double>(iSize - iParsed) /
+                               static_cast<double>(iParsed));
+  ioContent.index.Reserve(expected);
+  ioContent.keyEnds.reserve(expected);
+  ioContent.values.reserve(expected);
+}
+
 // Completes the content once every line is parsed.
 void Complete(Content& ioContent) {
   ioContent.texts =
@@ -336,7 +407,7 @@ void Complete(Content& ioContent) {
 
 void ParseInto(Content& ioContent, std::string_view iText) {
   Prepare(ioContent, iText.size());
-  Declarations declarations{ioContent, {}};
+  Declarations declarations(ioContent);
   int number = 0;
   (void)ParseLines(declarations, iText, number, true);
   Complete(ioContent);
@@ -380,10 +451,11 @@ std::string CannotBeRead(int iError, bool iReading, bool& oTransient) {
 std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent, bool& oTransient) {
   constexpr std::size_t kPiece = std::size_t{1} << 20;
   Prepare(ioContent, iSize);
-  Declarations declarations{ioContent, {}};
+  Declarations declarations(ioContent);
   int number = 0;
   std::string buffer(std::min(iSize, kPiece), '\0');
   std::size_t carried = 0;  // the unfinished line at the start of buffer
+  std::size_t parsed = 0;   // the bytes of the lines parsed so far
   std::size_t remaining = iSize;
   while (remaining > 0) {
     if (carried == buffer.size()) {
@@ -401,6 +473,8 @@ std::string ReadAndParse(int iDescriptor, std::size_t iSize, Content& ioContent,
     remaining -= static_cast<std::size_t>(count);
     const std::string_view text(buffer.data(), carried + static_cast<std::size_t>(count));
     const std::size_t consumed = ParseLines(declarations, text, number, remaining == 0);
+    if (parsed == 0) Anticipate(ioContent, consumed, iSize);
+    parsed += consumed;
     carried = text.size() - consumed;
     if (carried > 0 && consumed > 0) std::memmove(&buffer[0], &buffer[consumed], carried);
   }

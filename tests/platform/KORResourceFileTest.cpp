@@ -199,6 +199,24 @@ TEST(KORResourceFile, ProblemsAreListedInLineOrder) {
             "f:4: no '=' between a key and a value\n");
 }
 
+TEST(KORResourceFile, DeclarationsOfEveryKindAreRecordedInLineOrder) {
+  // Plain declarations, a duplicate of each kind, a quoted value, a key that
+  // is not UTF-8 and malformed lines, close together.
+  const KORResourceFile file = KORResourceFile::Parse(
+      "A = 1\nB = 2\nA = 3\nQ = \"q\"\nB = 4\nbad\nK\xE9 = 5\nQ = 6\nA = \"7\"\nC = 8\n", "f");
+  EXPECT_EQ(ValueOf(file, "A"), "7");
+  EXPECT_EQ(ValueOf(file, "B"), "4");
+  EXPECT_EQ(ValueOf(file, "Q"), "6");
+  EXPECT_EQ(ValueOf(file, "K\xEF\xBF\xBD"), "5");
+  EXPECT_EQ(ValueOf(file, "C"), "8");
+  EXPECT_EQ(ProblemsOf(file),
+            "f:3: key \"A\" declared again (previously at line 1): the last declaration wins\n"
+            "f:5: key \"B\" declared again (previously at line 2): the last declaration wins\n"
+            "f:6: no '=' between a key and a value\n"
+            "f:8: key \"Q\" declared again (previously at line 4): the last declaration wins\n"
+            "f:9: key \"A\" declared again (previously at line 3): the last declaration wins\n");
+}
+
 TEST(KORResourceFile, LookupsInAnyOrderGiveTheLastDeclaration) {
   const KORResourceFile file =
       KORResourceFile::Parse("A = 1\nB = old\nC = 3\nB = new\nD = 4\n", "f");
@@ -335,6 +353,31 @@ TEST(KORResourceFile, EveryKeyOfAFileOfManyKeysIsFoundWithItsLastValue) {
   ASSERT_EQ(listed.Size(), keys);
   EXPECT_EQ(listed[1], KORUnicodeString("Key.0"));
   EXPECT_EQ(listed[keys], KORUnicodeString("Key.19999"));
+}
+
+TEST(KORResourceFile, FileReadInPiecesGivesEveryKeyWithItsLastValue) {
+  // Read a megabyte at a time: a first piece of comments and a few keys, then
+  // many more keys than the first piece suggests, then every tenth key again
+  // with a quoted value.
+  TemporaryDirectory directory;
+  std::string text;
+  for (int i = 0; text.size() < (3u << 19); ++i) {
+    text.append("# comment line ").append(std::to_string(i)).append(std::string(40, '.'));
+    text.append(i % 1000 == 0 ? "\nEarly." + std::to_string(i) + " = e\n" : "\n");
+  }
+  const int keys = 100000;
+  for (int i = 0; i < keys; ++i) text.append("Key.").append(std::to_string(i)).append(" = first\n");
+  for (int i = 0; i < keys; i += 10) {
+    text.append("Key.").append(std::to_string(i)).append(" = \"again\"\n");
+  }
+  ASSERT_GT(text.size(), 3u << 20);
+  const KORResourceFile file = KORResourceFile::Load(directory.Write("pieces.dcls", text).c_str());
+  ASSERT_EQ(file.GetState(), KORResourceFile::Loaded);
+  EXPECT_EQ(ValueOf(file, "Early.0"), "e");
+  for (int i = 0; i < keys; ++i) {
+    const std::string key = "Key." + std::to_string(i);
+    ASSERT_EQ(ValueOf(file, key.c_str()), i % 10 == 0 ? "again" : "first") << key;
+  }
 }
 
 // --- Files ---------------------------------------------------------------------
