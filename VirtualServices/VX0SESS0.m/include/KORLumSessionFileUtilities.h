@@ -8,8 +8,13 @@
 // while the library is loaded: the start-up session flag, the file paths, the
 // viewer catalogue and the "no viewer" text. Declarations, the environment and
 // the services interface are therefore consulted once per library lifetime; a
-// program that needs fresh answers reloads the library. Single-threaded use
-// is assumed: the caches are filled without locks.
+// program that needs fresh answers reloads the library. The translated texts
+// of the values (type, modes, options, "no file") follow the message
+// catalogues instead: a text is looked up again whenever the catalogue
+// service may answer otherwise than it did (after KORMsgCatalog::FlushCache,
+// or after a catalogue could not be read for now), and at every call while
+// tracing is on; in between, the text found last is given again. Single-
+// threaded use is assumed: the caches are filled without locks.
 //
 //   KORLumSessionFileUtilities::GetGraphFilesPath();   // "/data/sessions/"
 //   KORLumSessionFileUtilities::GetViewers("Part");    // the viewers of Part
