@@ -14,8 +14,13 @@
 #include <sstream>
 #include <string>
 
+#include "FreshProcess.h"
 #include "KORHUBTrace.h"
 #include "TemporaryDirectory.h"
+
+// The trace's destination and state are decided on first use, once per
+// process: each test case needs a process of its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

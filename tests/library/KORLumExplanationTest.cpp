@@ -9,10 +9,16 @@
 #include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "KORLumSessionFileUtilities.h"
 #include "ListText.h"
 #include "MethodListFile.h"
 #include "SessionFileConfiguration.h"
+
+// Compares explanations with what the library computes on first use and
+// keeps (viewer catalogue, files paths): each test case needs a process of
+// its own.
+VX0SESS0_TEST_CASES_NEED_A_FRESH_PROCESS();
 
 namespace {
 

@@ -9,14 +9,15 @@
 cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
 require_variables(LUMSESS CONFIG)
+lumsess_command(lumsess)
 isolate_environment()
 if(DEFINED LANGUAGE)
   set(ENV{KOR_LANGUAGE} "${LANGUAGE}")
 endif()
 
-execute_process(COMMAND "${LUMSESS}" --config "${CONFIG}" --json check
+execute_process(COMMAND ${lumsess} --config "${CONFIG}" --json check
   OUTPUT_VARIABLE check RESULT_VARIABLE checkStatus ERROR_QUIET)
-execute_process(COMMAND "${LUMSESS}" --config "${CONFIG}" --json viewers
+execute_process(COMMAND ${lumsess} --config "${CONFIG}" --json viewers
   OUTPUT_VARIABLE viewers RESULT_VARIABLE viewersStatus)
 if(NOT viewersStatus EQUAL 0)
   message(FATAL_ERROR "lumsess viewers failed with status ${viewersStatus}")

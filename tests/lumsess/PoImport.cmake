@@ -14,6 +14,7 @@
 cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
 require_variables(LUMSESS CONFIG WORK_DIR PO_FILES EXIT)
+lumsess_command(lumsess)
 isolate_environment()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
@@ -39,7 +40,7 @@ function(checksums output)
 endfunction()
 
 checksums(before)
-execute_process(COMMAND "${LUMSESS}" --config "${WORK_DIR}/config" po import ${files} ${ARGS}
+execute_process(COMMAND ${lumsess} --config "${WORK_DIR}/config" po import ${files} ${ARGS}
   WORKING_DIRECTORY "${WORK_DIR}"
   RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 checksums(after)

@@ -25,6 +25,7 @@
 cmake_minimum_required(VERSION 3.25)
 include("${CMAKE_CURRENT_LIST_DIR}/ScriptSetup.cmake")
 require_variables(LUMSESS CASE SOURCE_DIR RESOURCES WORK_DIR)
+lumsess_command(lumsess)
 include("${CASE}")
 if(NOT DEFINED EXIT)
   set(EXIT 0)
@@ -93,7 +94,7 @@ foreach(argument IN LISTS ARGS)
   list(APPEND arguments "${argument}")
 endforeach()
 
-execute_process(COMMAND "${LUMSESS}" ${arguments}
+execute_process(COMMAND ${lumsess} ${arguments}
   WORKING_DIRECTORY "${WORK_DIR}"
   RESULT_VARIABLE status
   OUTPUT_VARIABLE out

@@ -4,6 +4,7 @@
 #   isolate_environment()        unsets every variable that the platform, the
 #                                tool or tracing reads, so that the machine's
 #                                own never leaks into a test
+#   lumsess_command(VARIABLE)    the command that runs the tool, in VARIABLE
 function(require_variables)
   foreach(variable IN LISTS ARGN)
     if(NOT DEFINED ${variable})
@@ -18,3 +19,16 @@ macro(isolate_environment)
     unset(ENV{${variable}})
   endforeach()
 endmacro()
+
+# The command that runs the tool: "${LUMSESS}", after the program and options
+# that the environment variable LUMSESS_LAUNCHER holds when it is set
+# (tools/ci/memcheck.sh runs the tool under Valgrind so, while the test
+# script itself runs as usual).
+function(lumsess_command output)
+  set(command)
+  if(NOT "$ENV{LUMSESS_LAUNCHER}" STREQUAL "")
+    separate_arguments(command UNIX_COMMAND "$ENV{LUMSESS_LAUNCHER}")
+  endif()
+  list(APPEND command "${LUMSESS}")
+  set(${output} "${command}" PARENT_SCOPE)
+endfunction()

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <set>
 #include <string>
@@ -27,6 +28,21 @@ std::string BaseName(const std::string& iPath) {
 class FreshProcessCheck : public ::testing::EmptyTestEventListener {
  public:
   void OnTestProgramStart(const ::testing::UnitTest& iUnitTest) override {
+    // For the tools that run the other test cases of a program together
+    // (tools/ci/memcheck.sh): the marked test cases, whether or not they
+    // are to run, one per line, in the file the variable names.
+    if (const char* list = std::getenv("VX0SESS0_FRESH_PROCESS_TEST_LIST")) {
+      std::ofstream names(list);
+      ForEachMarked(iUnitTest, [&names](const ::testing::TestInfo& iTest) {
+        names << iTest.test_suite_name() << '.' << iTest.name() << '\n';
+      });
+      names.flush();
+      if (!names) {
+        std::cerr << "Cannot write the list of test cases needing a process of their own to "
+                  << list << "." << std::endl;
+        std::exit(2);
+      }
+    }
     const int runs = iUnitTest.test_to_run_count();
     const int repeat = GTEST_FLAG_GET(repeat);
     if (runs == 0 || (runs == 1 && repeat == 1)) return;
@@ -45,15 +61,24 @@ class FreshProcessCheck : public ::testing::EmptyTestEventListener {
   }
 
  private:
-  static const ::testing::TestInfo* FirstMarkedToRun(const ::testing::UnitTest& iUnitTest) {
+  // Calls iVisit with each test case of a marked file, in order.
+  template <typename Visit>
+  static void ForEachMarked(const ::testing::UnitTest& iUnitTest, const Visit& iVisit) {
     for (int s = 0; s < iUnitTest.total_test_suite_count(); ++s) {
       const ::testing::TestSuite* suite = iUnitTest.GetTestSuite(s);
       for (int t = 0; t < suite->total_test_count(); ++t) {
         const ::testing::TestInfo* test = suite->GetTestInfo(t);
-        if (test->should_run() && MarkedFiles().count(test->file()) > 0) return test;
+        if (MarkedFiles().count(test->file()) > 0) iVisit(*test);
       }
     }
-    return nullptr;
+  }
+
+  static const ::testing::TestInfo* FirstMarkedToRun(const ::testing::UnitTest& iUnitTest) {
+    const ::testing::TestInfo* first = nullptr;
+    ForEachMarked(iUnitTest, [&first](const ::testing::TestInfo& iTest) {
+      if (first == nullptr && iTest.should_run()) first = &iTest;
+    });
+    return first;
   }
 };
 

@@ -11,6 +11,12 @@
 // stops with status 2 before running any: its results would be the order's,
 // not the code's. Listing the test cases (--gtest_list_tests) is not
 // affected.
+//
+// With the environment variable VX0SESS0_FRESH_PROCESS_TEST_LIST naming a
+// file, a test program writes there the names of its marked test cases
+// (Suite.Name, one per line) before it runs anything: tools/ci/memcheck.sh
+// runs those one per process and the others of the program together. (A
+// program without a marked file writes nothing.)
 #ifndef FreshProcess_h
 #define FreshProcess_h
 

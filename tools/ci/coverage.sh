@@ -2,7 +2,11 @@
 # Line and branch coverage of the library (VirtualServices/) and the platform
 # (Platform/) by the whole test suite: builds and runs the tests with the
 # coverage preset (gcc --coverage, Debug), then reports with gcovr. Fails
-# below 95 % of lines or 85 % of branches.
+# below 95 % of lines or 85 % of branches, and when a test fails.
+#
+# The preset is the asan preset with coverage added: the tests run under
+# AddressSanitizer and UndefinedBehaviorSanitizer (leaks checked), so that
+# CI builds and runs the suite once for both checks.
 #
 # Branches counted: --exclude-throw-branches leaves out the branches that
 # gcc adds to every call that may throw (the path taken when the callee
